@@ -1,0 +1,185 @@
+#include "editor/editor.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <string_view>
+
+namespace editor {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kControlExtension = ".ctl";
+constexpr std::array<std::string_view, 2> kMusicExtensions{".mp3", ".wav"};
+
+char LowerCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+fs::path WithoutKnownExtension(const fs::path& name)
+{
+    std::string extension = name.extension().string();
+    std::ranges::transform(extension, extension.begin(), LowerCase);
+    const bool known = extension == kControlExtension ||
+                       std::ranges::find(kMusicExtensions, extension) != kMusicExtensions.end();
+    return known ? fs::path(name).replace_extension() : name;
+}
+
+fs::path Append(fs::path base, std::string_view extension)
+{
+    base += extension;
+    return base;
+}
+
+}  // namespace
+
+Editor::Editor(timeline::MusicPlayer& mmSong, Prompts& prompts)
+    : mmSong_(mmSong),
+      prompts_(prompts),
+      timeline_(choreography_, fountain_, panel_, mmSong),
+      playback_(choreography_, timeline_, mmSong, *this)
+{
+}
+
+void Editor::OpenShow(const fs::path& name)
+{
+    const fs::path base = WithoutKnownExtension(name);
+    const bool mp3 = document::FindFile(Append(base, kMusicExtensions[0])).has_value();
+    mmSong_.Close();
+    ReadControlFile(Append(base, kControlExtension));
+    OpenMusicFile(Append(base, kMusicExtensions[mp3 ? 0 : 1]));
+    if (started_)
+        WarnOfRead();
+}
+
+void Editor::ReadControlFile(const fs::path& name)
+{
+    lastRead_ = document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
+    playback_.ResetPlayback();
+}
+
+void Editor::OpenMusicFile(const fs::path& name)
+{
+    mmSong_.Stop();
+    mmSong_.Close();
+    if (const auto file = document::FindFile(name))
+        mmSong_.Open(*file);
+    playback_.ResetPlayback();
+}
+
+void Editor::FinishStartUp()
+{
+    started_ = true;
+    WarnOfRead();
+}
+
+void Editor::WarnOfRead()
+{
+    if (choreography_.blnTooMany)
+        prompts_.Warn("At least one time contains too many actions.");
+    if (lastRead_.timesLeftOut > 0)
+        prompts_.Warn("The control file holds more times than the 54,000 that fit: " +
+                      std::to_string(lastRead_.timesLeftOut) + " of them were left out.");
+}
+
+std::int32_t Editor::ShowLength() const
+{
+    if (mmSong_.Length() > 0)
+        return std::min(mmSong_.Length(), timeline::kLastSettledTime);
+    const std::int32_t slots = choreography_.lngLastSlot();
+    const std::int32_t last =
+        slots > 0 ? choreography_.lngTime[static_cast<std::size_t>(slots - 1)] : 0;
+    return std::min(last, timeline::kLastSettledTime);
+}
+
+fountain::Scene Editor::BuildScene(const fountain::SceneLayout& layout,
+                                   const fountain::Measures& measures) const
+{
+    return fountain::BuildScene(fountain_.State(), fountain_.Drawn(), options_, layout, measures);
+}
+
+void Editor::MoveTo(std::int32_t time)
+{
+    if (!Transport().updnTimeEnabled || playback_.SnippetPlays())
+        return;
+    CommitPanel();
+    timeline_.GoToTime(time);
+}
+
+void Editor::StepDown(timeline::TimeField field, timeline::StepMode mode)
+{
+    MoveTo(timeline::StepTimeDown(choreography_, timeline_.Position(), field, mode));
+}
+
+void Editor::StepUp(timeline::TimeField field, timeline::StepMode mode)
+{
+    MoveTo(timeline::StepTimeUp(choreography_, timeline_.Position(), field, mode));
+}
+
+void Editor::ToggleDisplayOption(int item)
+{
+    switch (item) {
+        case kLegendsItem:
+            options_.Legends = !options_.Legends;
+            break;
+        case kCandelabrasItem:
+            options_.Candelabras = !options_.Candelabras;
+            break;
+        case kBackCurtainItem:
+            options_.BackCurtain = !options_.BackCurtain;
+            break;
+        case kABCodesItem:
+            options_.ABCodes = !options_.ABCodes;
+            break;
+        default:
+            break;
+    }
+}
+
+const fountain::Timer& Editor::TimerOf(TimerName name) const
+{
+    switch (name) {
+        case kSweeps:
+            return fountain_.tmrSweeps;
+        case kPulsate:
+            return fountain_.tmrPulsate;
+        case kLights:
+            return fountain_.tmrLights;
+        case kControlFile:
+        case kTimerCount:
+            break;
+    }
+    return playback_.tmrControlFile;
+}
+
+void Editor::Tick(TimerName name)
+{
+    if (!TimerOf(name).Ticks())
+        return;
+    switch (name) {
+        case kControlFile:
+            playback_.tmrControlFile_Timer();
+            break;
+        case kSweeps:
+            fountain_.tmrSweeps_Timer();
+            break;
+        case kPulsate:
+            fountain_.tmrPulsate_Timer();
+            break;
+        case kLights:
+            fountain_.tmrLights_Timer();
+            break;
+        case kTimerCount:
+            break;
+    }
+}
+
+void Editor::CommitPanel()
+{
+    // The panel only shows the state so far: a control that differs from its Tag would be lost.
+    assert(!panel::HasPendingEdits(panel_));
+}
+
+}  // namespace editor

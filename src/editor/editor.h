@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "document/choreography.h"
+#include "document/control_file.h"
+#include "fountain/fountain.h"
+#include "fountain/scene.h"
+#include "panel/panel_state.h"
+#include "timeline/music_player.h"
+#include "timeline/playback.h"
+#include "timeline/stepping.h"
+#include "timeline/timeline.h"
+
+namespace editor {
+
+/// The questions and messages that the editor puts to the user.
+class Prompts {
+ public:
+    virtual ~Prompts() = default;
+    /// A message with an exclamation mark and an OK button.
+    virtual void Warn(const std::string& text) = 0;
+};
+
+/// Items of the Display menu, by index.
+enum DisplayItem : int {
+    kLegendsItem = 0,
+    kCandelabrasItem = 2,
+    kBackCurtainItem = 3,
+    kABCodesItem = 5
+};
+
+/// The application without a window. A handler is named after its control and the event.
+class Editor : private timeline::PanelCommitter {
+ public:
+    /// `mmSong` and `prompts` outlive the editor.
+    Editor(timeline::MusicPlayer& mmSong, Prompts& prompts);
+
+    /// Opens the control file and the music of a base name. A control or music extension that was
+    /// typed along is dropped; a show without files is an empty, unsaved choreography.
+    void OpenShow(const std::filesystem::path& base);
+    /// The music alone, like its control file; a missing or broken one leaves the player closed.
+    void OpenMusicFile(const std::filesystem::path& name);
+    /// Start-up is over: warnings that were held back are shown now.
+    void FinishStartUp();
+
+    [[nodiscard]] const document::Choreography& Choreography() const { return choreography_; }
+    [[nodiscard]] const document::ReadReport& LastRead() const { return lastRead_; }
+    [[nodiscard]] const fountain::Fountain& Fountain() const { return fountain_; }
+    [[nodiscard]] const panel::PanelState& Panel() const { return panel_; }
+    [[nodiscard]] const timeline::Timeline& Timeline() const { return timeline_; }
+    [[nodiscard]] const timeline::Playback& Playback() const { return playback_; }
+    [[nodiscard]] const timeline::Transport& Transport() const { return playback_.GetTransport(); }
+    [[nodiscard]] timeline::MusicPlayer& mmSong() { return mmSong_; }
+    [[nodiscard]] const fountain::DisplayOptions& DisplayOptions() const { return options_; }
+    /// Length of the show in ms: of its music, else the time of its last command.
+    [[nodiscard]] std::int32_t ShowLength() const;
+
+    /// The picture of now in a fitted layout.
+    [[nodiscard]] fountain::Scene BuildScene(const fountain::SceneLayout& layout,
+                                             const fountain::Measures& measures) const;
+
+    /// Moves to `time` in ms, as a user's move does; refused while something plays.
+    void MoveTo(std::int32_t time);
+    void StepDown(timeline::TimeField field, timeline::StepMode mode);
+    void StepUp(timeline::TimeField field, timeline::StepMode mode);
+
+    void ToggleDisplayOption(int item);
+
+    void mmSong_PrevClick() { playback_.mmSong_PrevClick(); }
+    void mmSong_PlayClick() { playback_.mmSong_PlayClick(); }
+    void mmSong_PauseClick() { playback_.mmSong_PauseClick(); }
+    void mmSong_StopClick() { playback_.mmSong_StopClick(); }
+    void mmEditing_PlayClick() { playback_.mmEditing_PlayClick(); }
+    void mmEditing_ClearClick() { playback_.mmEditing_ClearClick(); }
+    void StepSnippet() { playback_.StepSnippet(); }
+
+    /// The timers, in the order in which they tick when several are due at once.
+    enum TimerName : int { kControlFile, kSweeps, kPulsate, kLights, kTimerCount };
+    [[nodiscard]] const fountain::Timer& TimerOf(TimerName name) const;
+    /// One tick of a timer; nothing when it does not tick.
+    void Tick(TimerName name);
+
+ private:
+    void CommitPanel() override;
+    void ReadControlFile(const std::filesystem::path& name);
+    void WarnOfRead();
+
+    timeline::MusicPlayer& mmSong_;
+    Prompts& prompts_;
+    document::Choreography choreography_;
+    document::ReadReport lastRead_;
+    fountain::Fountain fountain_;
+    panel::PanelState panel_;
+    fountain::DisplayOptions options_;
+    timeline::Timeline timeline_;
+    timeline::Playback playback_;
+    bool started_ = false;
+};
+
+}  // namespace editor

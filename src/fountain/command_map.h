@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+
+namespace fountain {
+
+/// The device family that an address drives.
+enum class Device : std::uint8_t {
+    Unknown,
+    OperatorDisplay,
+    Ring,  ///< index 1..5
+    Sweeps,
+    BazookasSpout,
+    Candelabras,
+    CurtainsPeacock,
+    WhiteLights,
+    ModuleLights,  ///< index 1..7
+    CurtainLights,
+    PeacockLights,  ///< index 0 Group A, 1 Group B
+    SweepMotion,    ///< index 0 synchronized, 1 opposed
+    MultiValve,
+    GroupLights,  ///< index 0 Group A, 1 Group B, 2 both
+    Voice,
+    SweepPulsation,
+    Copy,
+    LightMovement,
+    LightTimer,
+    Reset
+};
+
+/// Data bits that several devices share.
+inline constexpr int kLevelBits = 7;
+inline constexpr int kGroupABit = 16;
+inline constexpr int kGroupBBit = 32;
+inline constexpr int kGroupBits = kGroupABit | kGroupBBit;
+inline constexpr int kJoinBit = 64;
+inline constexpr int kLampBits = 15;
+inline constexpr int kHighestLevel = 5;
+inline constexpr int kWeddingCakeLevel = 6;  ///< multi-valve only
+
+/// Which bits of the data say what; 0 where the device has no such bits.
+struct CommandRule {
+    Device device = Device::Unknown;
+    std::uint8_t index = 0;  ///< which one of the family
+    std::uint8_t level = 0;  ///< level or light value
+    std::uint8_t group = 0;  ///< which group, or which of the devices of the address
+    std::uint8_t join = 0;   ///< joins both groups
+
+    friend bool operator==(const CommandRule&, const CommandRule&) = default;
+};
+
+/// The rule of an address; an address that drives nothing has `Device::Unknown`.
+[[nodiscard]] const CommandRule& RuleFor(std::uint8_t address);
+
+}  // namespace fountain

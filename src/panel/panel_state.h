@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "document/indexed_array.h"
+#include "fountain/colors.h"
+#include "fountain/fountain_state.h"
+
+namespace panel {
+
+/// A spinner. `Tag` is the value that it was loaded with: it is changed when it differs.
+struct Spinner {
+    std::int16_t Value = 0;
+    std::int16_t Tag = 0;
+    std::int16_t Min = 0;
+    std::int16_t Max = 5;
+    bool Wrap = false;  ///< stepping past one end goes to the other
+
+    [[nodiscard]] bool Changed() const { return Value != Tag; }
+    friend bool operator==(const Spinner&, const Spinner&) = default;
+};
+
+/// A label that is lit or not: its colour tells.
+struct ColorLabel {
+    fountain::Color BackColor = fountain::kPanelOff;
+    fountain::Color Tag = fountain::kPanelOff;
+
+    [[nodiscard]] bool Lit() const { return BackColor != fountain::kPanelOff; }
+    [[nodiscard]] bool Changed() const { return BackColor != Tag; }
+    friend bool operator==(const ColorLabel&, const ColorLabel&) = default;
+};
+
+/// A label whose caption is its value.
+struct CaptionLabel {
+    std::string Caption;
+    std::string Tag;
+
+    [[nodiscard]] bool Changed() const { return Caption != Tag; }
+    friend bool operator==(const CaptionLabel&, const CaptionLabel&) = default;
+};
+
+inline constexpr fountain::Color kEraseOn{255, 128, 128};
+inline constexpr fountain::Color kEraseOff{224, 224, 224};
+
+/// Every control of the panel as plain data, under the name that its widget has.
+struct PanelState {
+    document::IndexedArray<Spinner, 0, 9> updnRings;  ///< ring r of group g at 2(r-1)+g
+    fountain::PerGroup<Spinner> updnSweeps;
+    fountain::PerGroup<Spinner> updnCandelabra;
+    fountain::PerGroup<Spinner> updnCurtain;  ///< front, back
+    fountain::PerGroup<Spinner> updnMultiValve{{{{0, 0, 0, 6}, {0, 0, 0, 6}}}};
+    fountain::PerGroup<Spinner> updnSweepPulsate{{{{1, 1, 0, 3, true}, {1, 1, 0, 3, true}}}};
+    Spinner updnBazookas;
+    Spinner updnSpout;
+    Spinner updnPeacock;
+    Spinner updnSweepSpeed{2, 2, 0, 3};
+    Spinner updnDisplay{0, 0, 0, 255};
+
+    document::IndexedArray<CaptionLabel, 1, 8> lblBypass;  ///< "X" joins; by water address
+    CaptionLabel lblVoice;                                 ///< "X" on
+    CaptionLabel lblSweepTravel{"short", "short"};
+    document::IndexedArray<CaptionLabel, 0, 2> lblSweepTo;  ///< left end, middle, right end
+    CaptionLabel lblDisplay{"00", "00"};                    ///< two hexadecimal digits
+    CaptionLabel lblRotateTime;                             ///< seconds with tenths
+
+    document::IndexedArray<ColorLabel, 0, 5>
+        lblMotion;  ///< stop, slow, medium, fast; sync, opposed
+    document::IndexedArray<ColorLabel, 0, 3>
+        lblLightMotion;  ///< right, left, left and right wrapping
+    ColorLabel lblTimer;
+    document::IndexedArray<ColorLabel, 0, 3> lblCopy;   ///< A to B, B to A, water, lights
+    document::IndexedArray<ColorLabel, 0, 2> lblReset;  ///< reset all, undo changes, clear
+    document::IndexedArray<ColorLabel, 0, 46> lblLight;
+    document::IndexedArray<ColorLabel, 0, 19> lblErase;  ///< erase mode, then its targets
+
+    PanelState();
+
+    friend bool operator==(const PanelState&, const PanelState&) = default;
+};
+
+/// True when some control differs from its Tag, so that leaving the time would write it.
+[[nodiscard]] bool HasPendingEdits(const PanelState& panel);
+
+/// Colours label `index` of `lblLight` (0..46): a lit label goes off, an unlit one takes its own
+/// colour. Mode 0 is for labels 0..43, any other for 44..46.
+void ToggleLightLabel(PanelState& panel, int index, int mode);
+
+/// The mode of `ToggleLightLabel` that gives label `index` its own colour.
+[[nodiscard]] constexpr int LightLabelMode(int index)
+{
+    return index <= 43 ? 0 : 1;
+}
+
+}  // namespace panel

@@ -1,0 +1,266 @@
+#include "timeline/playback.h"
+
+#include <algorithm>
+
+namespace timeline {
+namespace {
+
+// Menu masks: bit i is item i of the menu.
+constexpr std::uint16_t kFileAll = 691;  // all but Save
+constexpr std::uint16_t kFileAllAndSave = 699;
+constexpr std::uint16_t kFileEmpty = 515;  // New, Open, Exit
+constexpr std::uint16_t kFileExitOnly = 512;
+constexpr std::uint16_t kHelpAll = 11;
+constexpr std::uint16_t kNone = 0;
+
+constexpr std::string_view kUnnamedFile = ".ctl";
+
+}  // namespace
+
+Playback::Playback(const document::Choreography& choreography, Timeline& timeline,
+                   MusicPlayer& mmSong, PanelCommitter& committer)
+    : choreography_(choreography), timeline_(timeline), mmSong_(mmSong), committer_(committer)
+{
+    mmSong_.SetEvents(this);
+    RefreshMenus();
+}
+
+Playback::~Playback()
+{
+    mmSong_.SetEvents(nullptr);
+}
+
+bool Playback::Playing() const
+{
+    return snippetPlays_ || tmrControlFile.Enabled() || mmSong_.Mode() == PlayerMode::Playing;
+}
+
+void Playback::SetMenuMask(Menu menu, std::uint16_t mask)
+{
+    transport_.menuMasks[static_cast<std::size_t>(menu)] = mask;
+}
+
+void Playback::RefreshMenus()
+{
+    std::uint16_t file = kFileEmpty;
+    std::uint16_t help = kHelpAll;
+    if (choreography_.lngTime.front() < document::kEndSentinel) {
+        const bool named =
+            !choreography_.fileName.empty() && choreography_.fileName != kUnnamedFile;
+        file = named && choreography_.blnChanged ? kFileAllAndSave : kFileAll;
+    }
+    const PlayerMode mode = mmSong_.Mode();
+    if (mode == PlayerMode::NotReady && transport_.mmEditing.clear) {
+        file = kFileExitOnly;
+        help = kNone;
+    } else if (mode == PlayerMode::Playing) {
+        file = kNone;
+        help = kNone;
+    }
+    SetMenuMask(kFileMenu, file);
+    SetMenuMask(kHelpMenu, help);
+    RefreshSongButtons();
+}
+
+void Playback::RefreshSongButtons()
+{
+    const PlayerMode mode = mmSong_.Mode();
+    const bool open = mode != PlayerMode::NotReady && !snippetPlays_;
+    transport_.mmSong = {.prev = open,
+                         .play = open && mode != PlayerMode::Playing,
+                         .pause = open && mode == PlayerMode::Playing,
+                         .stop = open && mode != PlayerMode::Stopped};
+}
+
+void Playback::BeginPlaying()
+{
+    EnableTimeSpinners(false);
+    transport_.fraControlsEnabled = false;
+    transport_.mmEditing = {.play = false, .add = true};
+}
+
+// The way back from playing to editing, without a move. With no music open the button that clears
+// the marks has another job, so it stays off.
+void Playback::ReturnToEditing()
+{
+    const bool marks = !lstMarks_.tenths.empty();
+    const bool music = mmSong_.Mode() != PlayerMode::NotReady;
+    transport_.mmEditing = {
+        .play = true, .add = false, .prev = marks, .next = marks, .clear = marks && music};
+    timeline_.RebuildState(Direction::Same);
+    EnableTimeSpinners(true);
+    transport_.fraControlsEnabled = true;
+    RefreshMenus();
+}
+
+void Playback::mmSong_PlayClick()
+{
+    if (!transport_.mmSong.play)
+        return;
+    BeginPlaying();
+    committer_.CommitPanel();
+    timeline_.RebuildState(Direction::Same);
+    if (mmSong_.Mode() == PlayerMode::Stopped)
+        mmSong_.SetFrom(timeline_.CurrentTime());
+    mmSong_.Play();
+    RefreshMenus();
+}
+
+void Playback::mmSong_PlayCompleted()
+{
+    if (snippetPlays_)
+        return;
+    if (mmSong_.Mode() == PlayerMode::Playing) {
+        transport_.fraControlsEnabled = false;
+        mmSong_.SetUpdateInterval(kStatusInterval);
+        RefreshMenus();
+        return;
+    }
+    mmSong_.SetUpdateInterval(0);
+    ReturnToEditing();
+}
+
+void Playback::mmSong_PauseClick()
+{
+    if (transport_.mmSong.pause)
+        mmSong_.Pause();
+}
+
+void Playback::mmSong_PauseCompleted()
+{
+    if (mmSong_.Mode() == PlayerMode::Paused)
+        committer_.CommitPanel();
+    RefreshSongButtons();
+}
+
+void Playback::mmSong_PrevClick()
+{
+    if (!transport_.mmSong.prev)
+        return;
+    if (mmSong_.Mode() != PlayerMode::Playing)
+        committer_.CommitPanel();
+    ResetPlayback();
+}
+
+void Playback::ResetPlayback()
+{
+    tmrControlFile.Disable();
+    tmrControlFile.SetInterval(0);
+    snippetPlays_ = false;
+    mmSong_.SetUpdateInterval(0);
+    mmSong_.Stop();
+    timeline_.RewindToStart();
+    mmSong_.SetFrom(0);
+    ReturnToEditing();
+}
+
+void Playback::mmSong_StatusUpdate()
+{
+    if (statusBusy_ || snippetPlays_)
+        return;
+    statusBusy_ = true;
+    if (mmSong_.Mode() == PlayerMode::Playing) {
+        timeline_.ShowTime(mmSong_.Position());
+        while (timeline_.SlotIsDue(mmSong_.Position()))
+            timeline_.ApplyNextSlot();
+    }
+    statusBusy_ = false;
+}
+
+void Playback::mmSong_StopClick()
+{
+    if (transport_.mmSong.stop)
+        StopPlayback();
+}
+
+void Playback::mmSong_PlayingEnded()
+{
+    if (!snippetPlays_)
+        StopPlayback();
+}
+
+void Playback::StopPlayback()
+{
+    mmSong_.SetUpdateInterval(0);
+    mmSong_.Stop();
+    if (!lstMarks_.tenths.empty()) {
+        lstMarks_.selected = std::max(lstMarks_.selected, 0);
+        timeline_.GoToTime(lstMarks_.tenths[static_cast<std::size_t>(lstMarks_.selected)] * 100);
+    }
+    ReturnToEditing();
+    mmSong_.SetFrom(timeline_.CurrentTime());
+}
+
+void Playback::mmEditing_PlayClick()
+{
+    if (!transport_.mmEditing.play || snippetPlays_)
+        return;
+    switch (mmSong_.Mode()) {
+        case PlayerMode::Stopped:
+            BeginSnippet();
+            break;
+        case PlayerMode::NotReady:
+            PlayControlFile();
+            break;
+        case PlayerMode::Playing:
+        case PlayerMode::Paused:
+            break;
+    }
+}
+
+void Playback::BeginSnippet()
+{
+    committer_.CommitPanel();
+    snippetStart_ = timeline_.CurrentTime();
+    snippetPlays_ = true;
+    RefreshSongButtons();
+    mmSong_.SetFrom(snippetStart_);
+    mmSong_.SetTo(snippetStart_ + kSnippetLength);
+    mmSong_.Play();
+}
+
+void Playback::StepSnippet()
+{
+    if (!snippetPlays_ || mmSong_.Mode() == PlayerMode::Playing)
+        return;
+    mmSong_.Poll();  // what the snippet itself caused must not arrive later as news
+    snippetPlays_ = false;
+    timeline_.GoToTime(snippetStart_);
+    RefreshSongButtons();
+}
+
+void Playback::PlayControlFile()
+{
+    committer_.CommitPanel();
+    EnableTimeSpinners(false);
+    transport_.fraControlsEnabled = false;
+    transport_.mmEditing = {.play = false, .clear = true};
+    RefreshMenus();
+    tmrControlFile.SetInterval(kStatusInterval);
+    tmrControlFile.Enable();
+}
+
+void Playback::tmrControlFile_Timer()
+{
+    if (timeline_.CurrentTime() + kStatusInterval >= kTimeLimit) {
+        StopControlFile();
+        return;
+    }
+    timeline_.ShowTime(timeline_.CurrentTime() + kStatusInterval);
+    timeline_.ApplySlotsUpTo(timeline_.CurrentTime());
+}
+
+void Playback::mmEditing_ClearClick()
+{
+    if (transport_.mmEditing.clear && tmrControlFile.Enabled())
+        StopControlFile();
+}
+
+void Playback::StopControlFile()
+{
+    tmrControlFile.Disable();
+    tmrControlFile.SetInterval(0);
+    ReturnToEditing();
+}
+
+}  // namespace timeline
