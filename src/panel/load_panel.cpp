@@ -154,10 +154,10 @@ void SetOperatorDisplay(PanelState& panel, std::uint8_t number)
 void BlankPanel(PanelState& panel)
 {
     for (ColorLabel& label : panel.lblLight)
-        label.BackColor = fountain::kPanelOff;
+        Load(label, false);
     for (CaptionLabel& label : panel.lblBypass)
-        label.Caption.clear();
-    panel.lblSweepTravel.Caption = "short";
+        Load(label, "");
+    Load(panel.lblSweepTravel, "short");
 }
 
 std::string RotateTimeText(std::int32_t interval)

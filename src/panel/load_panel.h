@@ -17,7 +17,7 @@ void LoadPanel(PanelState& panel, const fountain::Fountain& fountain, std::strin
 void SetOperatorDisplay(PanelState& panel, std::uint8_t number);
 
 /// What a reset of the fountain does to the panel at once: light labels off, joins empty, travel
-/// short. No Tag changes.
+/// short. No edit of the user's, so the Tags follow.
 void BlankPanel(PanelState& panel);
 
 /// The light timer's `interval` in ms as seconds with tenths: 2500 is "2.5".

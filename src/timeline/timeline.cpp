@@ -145,6 +145,7 @@ void Timeline::OnOperatorDisplay(std::uint8_t number)
     operatorDisplay_ = number;
     operatorDisplaySeen_ = true;
     panel::SetOperatorDisplay(panel_, number);
+    panel_.updnDisplay.Tag = number;  // while playing nothing loads the panel, and this is no edit
 }
 
 void Timeline::OnResetDevices()
