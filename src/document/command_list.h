@@ -90,4 +90,7 @@ class ListMerger {
 /// "003-020 099-000": three-digit address and data of every command; empty for an empty list.
 [[nodiscard]] std::string CommandText(std::string_view commands);
 
+/// Appends the `CommandText` to `text`.
+void AppendCommandText(std::string& text, std::string_view commands);
+
 }  // namespace document

@@ -11,6 +11,9 @@ namespace document {
 /// so that 59,950 ms reads "00:60.0". `time` in ms, 0 or more; the minutes widen beyond 99.
 [[nodiscard]] std::string TimeText(std::int32_t time);
 
+/// Appends the `TimeText` to `text`.
+void AppendTimeText(std::string& text, std::int32_t time);
+
 /// mm:ss.t for the readout, which truncates to the tenth. `time` in ms, 0 or more.
 [[nodiscard]] std::string ReadoutText(std::int32_t time);
 
