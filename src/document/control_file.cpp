@@ -85,7 +85,8 @@ std::optional<std::filesystem::path> FindFile(const std::filesystem::path& name)
     return found;
 }
 
-ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::path& name)
+ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::path& name,
+                           ReadListener* listener)
 {
     const fs::path fileName = name;  // it may be the choreography's own
     if (!FileExists(fileName)) {
@@ -94,7 +95,7 @@ ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::pa
         return {};
     }
     const FileBytes file = ReadWholeFile(fileName);
-    ReadReport report = ReadControlText(choreography, file.Text());
+    ReadReport report = ReadControlText(choreography, file.Text(), listener);
     report.error = file.error;
     choreography.fileName = fileName;
     choreography.fileExists = true;

@@ -19,7 +19,9 @@ namespace document {
 
 /// Replaces the choreography by the file's content, normalised. A name that names no existing file
 /// gives an empty, unsaved choreography. Whatever the bytes are, the result is in order.
-ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::path& name);
+/// `listener`, which may be null, hears of every line.
+ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::path& name,
+                           ReadListener* listener = nullptr);
 
 enum class SaveOutcome {
     Nothing,  ///< the name is empty

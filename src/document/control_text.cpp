@@ -129,16 +129,18 @@ Command Converted(Command command, std::int32_t version)
 
 class Reader {
  public:
-    Reader(Choreography& choreography, std::size_t textSize);
+    Reader(Choreography& choreography, std::size_t textSize, ReadListener* listener);
 
     ReadReport Read(std::string_view text);
 
  private:
     void ReadLine(std::string_view line);
     void ReadTimeLine(std::string_view line);
+    void Tell(std::string_view text, LineFate fate, std::int32_t time = 0,
+              std::string_view commands = {}, std::int32_t mergedInto = 0);
     Piece ReadCommands(std::string_view line);
     Command Special(Command command, bool first);
-    void AddSlot(std::int32_t time, Piece read);
+    [[nodiscard]] LineFate AddSlot(std::int32_t time, Piece read);
     void AddToSlot(SlotLines& slot, std::int32_t time, Piece read);
     void Count(std::size_t listCount, std::size_t lineCount);
     bool Merge(Piece& piece);
@@ -151,6 +153,8 @@ class Reader {
     }
 
     Choreography& choreography_;
+    ReadListener* listener_;
+    std::int32_t textLine_ = 0;  // number of the line, all kinds counted
     ReadReport report_;
     std::unique_ptr<char[]> pairs_;  // packed commands of all lines
     std::size_t pairCount_ = 0;
@@ -166,8 +170,10 @@ class Reader {
 };
 
 // A line holds at most one command for every eight of its bytes, even where the last is cut.
-Reader::Reader(Choreography& choreography, std::size_t textSize)
-    : choreography_(choreography), pairs_(std::make_unique_for_overwrite<char[]>(textSize / 4 + 2))
+Reader::Reader(Choreography& choreography, std::size_t textSize, ReadListener* listener)
+    : choreography_(choreography),
+      listener_(listener),
+      pairs_(std::make_unique_for_overwrite<char[]>(textSize / 4 + 2))
 {
 }
 
@@ -191,10 +197,20 @@ ReadReport Reader::Read(std::string_view text)
 
 void Reader::ReadLine(std::string_view line)
 {
+    ++textLine_;
     if (line.size() >= kShortestTimeLine)
-        ReadTimeLine(line);
-    else if (IsVersionLine(line))
+        return ReadTimeLine(line);
+    const bool version = IsVersionLine(line);
+    if (version)
         report_.version = FieldValue(line.substr(4, 3));
+    Tell(line, version ? LineFate::Version : LineFate::Ignored);
+}
+
+void Reader::Tell(std::string_view text, LineFate fate, std::int32_t time,
+                  std::string_view commands, std::int32_t mergedInto)
+{
+    if (listener_ != nullptr)
+        listener_->OnLine({textLine_, text, fate, time, commands, mergedInto});
 }
 
 void Reader::ReadTimeLine(std::string_view line)
@@ -202,16 +218,18 @@ void Reader::ReadTimeLine(std::string_view line)
     const std::int32_t time = TimeOf(line);
     if (time >= kFirstTimeWithoutText) {
         choreography_.blnChanged = true;
-        return;
+        return Tell(line, LineFate::LeftOutLate, time);
     }
     const Piece read = ReadCommands(line);
+    // Merging works in place, so a listener's text is kept aside.
+    const Commands commands = listener_ != nullptr ? Commands(Text(read)) : Commands();
     const std::int32_t size = slots_.Size();
     const bool inOrder = size == 0 || time > slots_[size - 1].time;
     const std::int32_t slot = inOrder ? kNone : slots_.AtOrBefore(time);
     if (slot == kNone)
-        AddSlot(time, read);
-    else
-        AddToSlot(slots_[slot], time, read);
+        return Tell(line, AddSlot(time, read), time, commands);
+    Tell(line, LineFate::Merged, time, commands, slots_[slot].time);
+    AddToSlot(slots_[slot], time, read);
 }
 
 Piece Reader::ReadCommands(std::string_view line)
@@ -250,23 +268,24 @@ Command Reader::Special(Command command, bool first)
     return converted;
 }
 
-void Reader::AddSlot(std::int32_t time, Piece read)
+LineFate Reader::AddSlot(std::int32_t time, Piece read)
 {
     if (read.count == 0)
-        return;
+        return LineFate::Empty;
     Piece merged = read;
     const bool changed = !normal_ && Merge(merged);
     if (merged.count > 0 && slots_.Size() == kMostSlots) {
         ++report_.timesLeftOut;
         pairCount_ = read.first;
-        return;
+        return LineFate::LeftOutFull;
     }
     Count(read.count, read.count);
     choreography_.blnChanged |= changed;
     if (merged.count == 0)
-        return;
+        return LineFate::Stored;
     const bool atEnd = slots_.Size() == 0 || time > slots_[0].time;
     atEnd ? slots_.PushBack({time, merged}) : slots_.PushFront({time, merged});
+    return LineFate::Stored;
 }
 
 void Reader::AddToSlot(SlotLines& slot, std::int32_t time, Piece read)
@@ -343,10 +362,11 @@ void Reader::Finish()
 
 }  // namespace
 
-ReadReport ReadControlText(Choreography& choreography, std::string_view text)
+ReadReport ReadControlText(Choreography& choreography, std::string_view text,
+                           ReadListener* listener)
 {
     choreography = {};
-    const ReadReport report = Reader(choreography, text.size()).Read(text);
+    const ReadReport report = Reader(choreography, text.size(), listener).Read(text);
     choreography.blnChanged |= PruneChoreography(choreography).changed;
     choreography.intTimeCount[1] = choreography.lngLastSlot();
     for (const Commands& commands : choreography.strCommands)
