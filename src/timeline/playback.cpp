@@ -87,7 +87,10 @@ void Playback::ReturnToEditing()
     const bool music = mmSong_.Mode() != PlayerMode::NotReady;
     transport_.mmEditing = {
         .play = true, .add = false, .prev = marks, .next = marks, .clear = marks && music};
-    timeline_.RebuildState(Direction::Same);
+    if (timeline_.CurrentTime() < kTimeLimit)
+        timeline_.RebuildState(Direction::Same);
+    else
+        timeline_.GoToTime(kLastSettledTime);  // longer music may play on, editing ends here
     EnableTimeSpinners(true);
     transport_.fraControlsEnabled = true;
     RefreshMenus();
@@ -128,6 +131,10 @@ void Playback::mmSong_PauseClick()
 
 void Playback::mmSong_PauseCompleted()
 {
+    if (mmSong_.Mode() == PlayerMode::NotReady) {
+        StopPlayback();  // the music was lost on the way
+        return;
+    }
     if (mmSong_.Mode() == PlayerMode::Paused)
         committer_.CommitPanel();
     RefreshSongButtons();
