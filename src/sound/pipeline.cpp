@@ -212,6 +212,10 @@ std::int32_t Pipeline::Length() const
 
 bool Pipeline::Cue(std::int32_t start, std::int32_t stop, std::chrono::milliseconds patience)
 {
+    if (!hasRun_ && !Silent()) {
+        // A stream of PulseAudio that has never run starts as late as it has waited: make it anew.
+        gst_element_set_state(parts_->playbin.get(), GST_STATE_READY);
+    }
     if (!Halt(patience)) {
         return false;
     }
@@ -233,6 +237,7 @@ bool Pipeline::Cue(std::int32_t start, std::int32_t stop, std::chrono::milliseco
 
 bool Pipeline::Run()
 {
+    hasRun_ = true;
     return gst_element_set_state(parts_->playbin.get(), GST_STATE_PLAYING) !=
            GST_STATE_CHANGE_FAILURE;
 }

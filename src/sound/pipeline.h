@@ -63,6 +63,7 @@ class Pipeline {
     std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
     std::filesystem::path file_;
     std::unique_ptr<Parts> parts_;
+    bool hasRun_ = false;
 };
 
 }  // namespace sound

@@ -26,6 +26,7 @@ struct Server {
     GstStateChange hangsAt = kNoChange;
     std::atomic<GstElement*> sink{nullptr};  // the last made
     std::atomic<int> sinks{0};
+    std::atomic<int> streams{0};       // opened since the start
     std::atomic<gint64> frozenAt{-1};  // the position that it reports for ever, in ns
 };
 
@@ -43,6 +44,9 @@ GstStateChangeReturn ChangeState(GstElement* element, GstStateChange change)
     {
         std::unique_lock lock(server.mutex);
         server.released.wait(lock, [&] { return server.hangsAt != change; });
+    }
+    if (change == GST_STATE_CHANGE_READY_TO_PAUSED) {
+        ++server.streams;
     }
     return parentClass->change_state(element, change);
 }
@@ -149,6 +153,23 @@ TEST_F(SoundServer, IsUsedWhenItWorks)
     player.Play();
     EXPECT_TRUE(PlaysOn(player));
     EXPECT_FALSE(player.Silent());
+}
+
+// A stream that stood since the opening would start as late as it stood.
+TEST_F(SoundServer, GetsAFreshStreamForTheFirstPlay)
+{
+    GstPlayer player(Sink::Automatic);
+    ASSERT_TRUE(player.Open(music_));
+    const int opened = TheServer().streams;
+    player.SetFrom(500);
+    player.Play();
+    EXPECT_TRUE(PlaysOn(player));
+    EXPECT_GE(player.Position(), 500);
+    EXPECT_EQ(TheServer().streams, opened + 1);
+    player.Stop();
+    player.Play();
+    EXPECT_TRUE(PlaysOn(player));
+    EXPECT_EQ(TheServer().streams, opened + 1);
 }
 
 TEST_F(SoundServer, IsDoneWithoutWhereItHangs)
