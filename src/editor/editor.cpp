@@ -100,22 +100,34 @@ fountain::Scene Editor::BuildScene(const fountain::SceneLayout& layout,
     return fountain::BuildScene(fountain_.State(), fountain_.Drawn(), options_, layout, measures);
 }
 
+bool Editor::MayMove() const
+{
+    return Transport().updnTimeEnabled && !playback_.SnippetPlays();
+}
+
 void Editor::MoveTo(std::int32_t time)
 {
-    if (!Transport().updnTimeEnabled || playback_.SnippetPlays())
+    if (!MayMove())
         return;
     CommitPanel();
     timeline_.GoToTime(time);
 }
 
+// The commit comes first: what it writes may be the first or the last command to step to.
 void Editor::StepDown(timeline::TimeField field, timeline::StepMode mode)
 {
-    MoveTo(timeline::StepTimeDown(choreography_, timeline_.Position(), field, mode));
+    if (!MayMove())
+        return;
+    CommitPanel();
+    timeline_.GoToTime(timeline::StepTimeDown(choreography_, timeline_.Position(), field, mode));
 }
 
 void Editor::StepUp(timeline::TimeField field, timeline::StepMode mode)
 {
-    MoveTo(timeline::StepTimeUp(choreography_, timeline_.Position(), field, mode));
+    if (!MayMove())
+        return;
+    CommitPanel();
+    timeline_.GoToTime(timeline::StepTimeUp(choreography_, timeline_.Position(), field, mode));
 }
 
 void Editor::ToggleDisplayOption(int item)

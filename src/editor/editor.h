@@ -85,6 +85,7 @@ class Editor : private timeline::PanelCommitter {
 
  private:
     void CommitPanel() override;
+    [[nodiscard]] bool MayMove() const;
     void ReadControlFile(const std::filesystem::path& name);
     void WarnOfRead();
 
