@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <string_view>
 
 namespace editor {
@@ -43,15 +42,25 @@ Editor::Editor(timeline::MusicPlayer& mmSong, Prompts& prompts)
 {
 }
 
-void Editor::OpenShow(const fs::path& name)
+void Editor::OpenShow(const fs::path& base)
+{
+    OpenControlFile(base);
+    OpenMusicOf(base);
+    if (started_)
+        WarnOfRead();
+}
+
+void Editor::OpenControlFile(const fs::path& base)
+{
+    mmSong_.Close();
+    ReadControlFile(Append(WithoutKnownExtension(base), kControlExtension));
+}
+
+void Editor::OpenMusicOf(const fs::path& name)
 {
     const fs::path base = WithoutKnownExtension(name);
     const bool mp3 = document::FindFile(Append(base, kMusicExtensions[0])).has_value();
-    mmSong_.Close();
-    ReadControlFile(Append(base, kControlExtension));
     OpenMusicFile(Append(base, kMusicExtensions[mp3 ? 0 : 1]));
-    if (started_)
-        WarnOfRead();
 }
 
 void Editor::ReadControlFile(const fs::path& name)
@@ -186,12 +195,6 @@ void Editor::Tick(TimerName name)
         case kTimerCount:
             break;
     }
-}
-
-void Editor::CommitPanel()
-{
-    // The panel only shows the state so far: a control that differs from its Tag would be lost.
-    assert(!panel::HasPendingEdits(panel_));
 }
 
 }  // namespace editor

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "document/choreography.h"
 #include "document/control_file.h"
@@ -22,6 +23,8 @@ class Prompts {
     virtual ~Prompts() = default;
     /// A message with an exclamation mark and an OK button.
     virtual void Warn(const std::string& text) = 0;
+    /// A question with Yes and No, No the default; true for Yes.
+    [[nodiscard]] virtual bool Ask(const std::string& text, const std::string& title) = 0;
 };
 
 /// Items of the Display menu, by index.
@@ -41,6 +44,11 @@ class Editor : private timeline::PanelCommitter {
     /// Opens the control file and the music of a base name. A control or music extension that was
     /// typed along is dropped; a show without files is an empty, unsaved choreography.
     void OpenShow(const std::filesystem::path& base);
+    /// The two halves of `OpenShow`, for a start that paints its window in between.
+    void OpenControlFile(const std::filesystem::path& base);
+    void OpenMusicOf(const std::filesystem::path& base);
+    /// The control file alone, under its full name.
+    void ReadControlFile(const std::filesystem::path& name);
     /// The music alone, like its control file; a missing or broken one leaves the player closed.
     void OpenMusicFile(const std::filesystem::path& name);
     /// Start-up is over: warnings that were held back are shown now.
@@ -69,6 +77,18 @@ class Editor : private timeline::PanelCommitter {
 
     void ToggleDisplayOption(int item);
 
+    /// The panel's controls by name and index. False when no control has this name and index, or
+    /// when the panel is disabled because something plays.
+    bool SetSpinner(std::string_view name, int index, int value);
+    bool PressSpinner(std::string_view name, int index, int direction);
+    bool ClickLabel(std::string_view name, int index);
+
+    void lblErase_Click(int index);
+    void lblOperator_Click();
+    void lblReset_Click(int index);
+    void updnRotateTime_Press(int index, int direction);
+    [[nodiscard]] bool EraseMode() const { return eraseMode_; }
+
     void mmSong_PrevClick() { playback_.mmSong_PrevClick(); }
     void mmSong_PlayClick() { playback_.mmSong_PlayClick(); }
     void mmSong_PauseClick() { playback_.mmSong_PauseClick(); }
@@ -86,7 +106,10 @@ class Editor : private timeline::PanelCommitter {
  private:
     void CommitPanel() override;
     [[nodiscard]] bool MayMove() const;
-    void ReadControlFile(const std::filesystem::path& name);
+    [[nodiscard]] bool PanelEnabled() const;
+    void ToggleEraseMode();
+    void EraseAddresses(int first, int last);
+    void ToggleReset();
     void WarnOfRead();
 
     timeline::MusicPlayer& mmSong_;
@@ -99,6 +122,7 @@ class Editor : private timeline::PanelCommitter {
     timeline::Timeline timeline_;
     timeline::Playback playback_;
     bool started_ = false;
+    bool eraseMode_ = false;
 };
 
 }  // namespace editor

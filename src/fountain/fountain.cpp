@@ -398,6 +398,22 @@ void Fountain::DrawVoice(bool flag)
     state_.mblnVoice = flag;
 }
 
+void Fountain::Join(int address, bool joined)
+{
+    state_.mblnJoined[address] = joined;
+    for (int group = kGroupA; group <= kGroupB; ++group)
+        DrawJoinable(address, group, StoredLevel(address, group));
+}
+
+void Fountain::SetLightMovement(bool moving, bool right, bool wrap, bool timed)
+{
+    state_.mblnLightsMoving = moving;
+    state_.mblnLightsRight = right;
+    state_.mblnLightsWrap = wrap;
+    state_.mblnLightsTimed = timed;
+    tmrLights.SetEnabled(moving && timed);
+}
+
 void Fountain::SetModuleLights(int module, int value)
 {
     state_.mintModuleLights[module] = static_cast<std::int16_t>(value);

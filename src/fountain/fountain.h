@@ -53,6 +53,14 @@ class Fountain {
     void DrawPeacock(int level);
     void DrawVoice(bool flag);
 
+    /// Joins or parts the groups of a water address (1..6, 8) and redraws both.
+    void Join(int address, bool joined);
+    /// What the commands of sweep motion, sweep pulsation and light movement do; `data` is theirs.
+    void ApplySweepMotion(bool opposed, int data);
+    void ApplyPulsation(int data);
+    /// The choice of light movement without its start: the timer runs when it moves and is timed.
+    void SetLightMovement(bool moving, bool right, bool wrap, bool timed);
+
     void SetModuleLights(int module, int value);
     void SetGroupLights(int group, int value);
     void SetPeacockLights(int group, int value);
@@ -70,8 +78,6 @@ class Fountain {
     void ApplyJoinable(std::uint8_t address, int data);
     void ApplyMultiValve(int data);
     void ApplyWhiteLights(int data);
-    void ApplySweepMotion(bool opposed, int data);
-    void ApplyPulsation(int data);
     void ApplyCopy(int data);
     void ApplyLightMovement(int data);
     void CopyWater(int data);

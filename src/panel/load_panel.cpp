@@ -18,6 +18,7 @@ void Load(Spinner& spinner, int value)
 {
     spinner.Value = static_cast<std::int16_t>(value);
     spinner.Tag = spinner.Value;
+    spinner.Loaded = spinner.Value;
 }
 
 void Load(ColorLabel& label, bool lit)
@@ -55,11 +56,10 @@ void LoadWater(PanelState& panel, const FountainState& state)
 void LoadSweepMotion(PanelState& panel, const FountainState& state)
 {
     const int travel = state.mintSweepHigh - 3;
-    const std::string degrees = std::to_string(10 * travel);
     Load(panel.lblSweepTravel, travel >= kLongTravel ? "long" : "short");
-    Load(panel.lblSweepTo[0], travel == 0 ? "0" : "-" + degrees);
-    Load(panel.lblSweepTo[1], "0");
-    Load(panel.lblSweepTo[2], travel == 0 ? "0" : "+" + degrees);
+    ShowSweepEnds(panel, travel);
+    for (CaptionLabel& label : panel.lblSweepTo)
+        label.Tag = label.Caption;
     Load(panel.updnSweepSpeed, state.mintSweepSpeed);
     for (int speed = 0; speed <= 3; ++speed)
         Load(panel.lblMotion[speed], state.mintSweepSpeed == speed);
@@ -142,6 +142,8 @@ void LoadPanel(PanelState& panel, const fountain::Fountain& fountain, std::strin
     panel.updnDisplay.Tag = panel.updnDisplay.Value;
     panel.lblDisplay.Tag = panel.lblDisplay.Caption;
     Load(panel.lblRotateTime, RotateTimeText(fountain.tmrLights.Interval()));
+    panel.lngLightTimerTag = fountain.tmrLights.Interval();
+    panel.blnTouched = false;
 }
 
 void SetOperatorDisplay(PanelState& panel, std::uint8_t number)
@@ -149,6 +151,14 @@ void SetOperatorDisplay(PanelState& panel, std::uint8_t number)
     constexpr char kDigits[] = "0123456789ABCDEF";
     panel.updnDisplay.Value = number;
     panel.lblDisplay.Caption = {kDigits[number >> 4], kDigits[number & 15]};
+}
+
+void ShowSweepEnds(PanelState& panel, int travel)
+{
+    const std::string degrees = std::to_string(10 * travel);
+    panel.lblSweepTo[0].Caption = travel == 0 ? "0" : "-" + degrees;
+    panel.lblSweepTo[1].Caption = "0";
+    panel.lblSweepTo[2].Caption = travel == 0 ? "0" : "+" + degrees;
 }
 
 void BlankPanel(PanelState& panel)

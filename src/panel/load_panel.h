@@ -16,6 +16,9 @@ void LoadPanel(PanelState& panel, const fountain::Fountain& fountain, std::strin
 /// Sets the operator's number, its hexadecimal caption included.
 void SetOperatorDisplay(PanelState& panel, std::uint8_t number);
 
+/// Writes the ends of a swing of `travel` steps (0..3) of ten degrees into `lblSweepTo`.
+void ShowSweepEnds(PanelState& panel, int travel);
+
 /// What a reset of the fountain does to the panel at once: light labels off, joins empty, travel
 /// short. No edit of the user's, so the Tags follow.
 void BlankPanel(PanelState& panel);

@@ -9,13 +9,15 @@
 
 namespace panel {
 
-/// A spinner. `Tag` is the value that it was loaded with: it is changed when it differs.
+/// A spinner. It is changed when its value differs from `Tag`, the value that it was loaded with;
+/// the multi-valve also sets the Tags of the spinners that it moves.
 struct Spinner {
     std::int16_t Value = 0;
     std::int16_t Tag = 0;
     std::int16_t Min = 0;
     std::int16_t Max = 5;
-    bool Wrap = false;  ///< stepping past one end goes to the other
+    bool Wrap = false;        ///< stepping past one end goes to the other
+    std::int16_t Loaded = 0;  ///< the Tag as it was loaded, whatever the multi-valve did since
 
     [[nodiscard]] bool Changed() const { return Value != Tag; }
     friend bool operator==(const Spinner&, const Spinner&) = default;
@@ -73,6 +75,9 @@ struct PanelState {
     document::IndexedArray<ColorLabel, 0, 2> lblReset;  ///< reset all, undo changes, clear
     document::IndexedArray<ColorLabel, 0, 46> lblLight;
     document::IndexedArray<ColorLabel, 0, 19> lblErase;  ///< erase mode, then its targets
+
+    std::int32_t lngLightTimerTag = 400;  ///< ms, the light timer's interval when loaded
+    bool blnTouched = false;              ///< some control was operated since the panel was loaded
 
     PanelState();
 

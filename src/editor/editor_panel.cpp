@@ -1,0 +1,154 @@
+// What the panel does: its controls, the commit, erasing and the resets.
+#include <array>
+
+#include "editor/editor.h"
+#include "panel/commit.h"
+#include "panel/controls.h"
+
+namespace editor {
+namespace {
+
+using timeline::Direction;
+
+struct AddressRange {
+    int first;
+    int last;
+};
+
+/// What the erase labels 1..19 remove. Devices that share an address are erased together.
+// clang-format off
+constexpr std::array<AddressRange, 20> kEraseRanges{{
+    {-1, -1},                                          // 0 is the mode itself
+    {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6},    // rings, sweeps
+    {7, 7},                                            // bazookas
+    {8, 8},                                            // candelabras
+    {9, 9}, {9, 9}, {9, 9},                            // front curtain, back curtain, peacock
+    {7, 7},                                            // spout
+    {54, 54}, {69, 69}, {33, 34}, {85, 86}, {80, 80},  // voice, pulsate, motion, lighting, copy
+    {48, 48}, {49, 51},                                // multi-valve, group lights
+}};
+// clang-format on
+
+constexpr int kOperatorDisplayAddress = 0;
+
+constexpr std::array<const char*, 3> kResetTitles{"Reset All", "Undo Changes",
+                                                  "Clear (Remove Choreography)"};
+
+}  // namespace
+
+bool Editor::PanelEnabled() const
+{
+    return Transport().fraControlsEnabled && !playback_.SnippetPlays();
+}
+
+bool Editor::SetSpinner(std::string_view name, int index, int value)
+{
+    const panel::SpinnerControl* control = panel::FindSpinner(name);
+    if (control == nullptr || index < control->first || index > control->last || !PanelEnabled())
+        return false;
+    panel::SetSpinner({panel_, fountain_}, *control, index, value);
+    return true;
+}
+
+bool Editor::PressSpinner(std::string_view name, int index, int direction)
+{
+    const panel::SpinnerControl* control = panel::FindSpinner(name);
+    if (control == nullptr || index < control->first || index > control->last || !PanelEnabled())
+        return false;
+    panel::PressSpinner({panel_, fountain_}, *control, index, direction);
+    return true;
+}
+
+bool Editor::ClickLabel(std::string_view name, int index)
+{
+    const panel::LabelControl* control = panel::FindLabel(name);
+    if (control == nullptr || index < control->first || index > control->last || !PanelEnabled())
+        return false;
+    panel::ClickLabel({panel_, fountain_}, *control, index);
+    return true;
+}
+
+void Editor::updnRotateTime_Press(int index, int direction)
+{
+    if (PanelEnabled())
+        panel::PressRotateTime({panel_, fountain_}, index, direction);
+}
+
+void Editor::CommitPanel()
+{
+    const panel::Commit commit =
+        panel::CommitPanel(choreography_, timeline_.CurrentTime(), panel_, fountain_);
+    if (commit == panel::Commit::Nothing)
+        return;
+    if (commit == panel::Commit::Full)
+        prompts_.Warn("A choreography holds at most 54,000 times: this one was not added.");
+    timeline_.RebuildState(Direction::Back);
+    playback_.RefreshMenus();
+}
+
+void Editor::ToggleEraseMode()
+{
+    eraseMode_ = !eraseMode_;
+    panel_.lblErase[0].BackColor = eraseMode_ ? panel::kEraseOn : panel::kEraseOff;
+}
+
+void Editor::lblErase_Click(int index)
+{
+    if (!PanelEnabled() || index < 0 || index >= static_cast<int>(kEraseRanges.size()))
+        return;
+    if (index == 0) {
+        ToggleEraseMode();
+        return;
+    }
+    if (!eraseMode_)
+        return;
+    const AddressRange& range = kEraseRanges[static_cast<std::size_t>(index)];
+    EraseAddresses(range.first, range.last);
+}
+
+void Editor::lblOperator_Click()
+{
+    if (PanelEnabled() && eraseMode_)
+        EraseAddresses(kOperatorDisplayAddress, kOperatorDisplayAddress);
+}
+
+void Editor::EraseAddresses(int first, int last)
+{
+    CommitPanel();
+    if (panel::EraseAddresses(choreography_, timeline_.CurrentTime(), first, last)) {
+        timeline_.RebuildState(Direction::Back);
+        playback_.RefreshMenus();
+    }
+    ToggleEraseMode();
+}
+
+void Editor::lblReset_Click(int index)
+{
+    if (!PanelEnabled() || index < 0 || index >= static_cast<int>(kResetTitles.size()) ||
+        !prompts_.Ask("Are you sure?", kResetTitles[static_cast<std::size_t>(index)]))
+        return;
+    if (index == 0)
+        ToggleReset();
+    else if (index == 2)
+        panel::DeleteTime(choreography_, timeline_.CurrentTime());
+    if (index != 0)
+        timeline_.RebuildState(Direction::Back);
+    playback_.RefreshMenus();
+}
+
+void Editor::ToggleReset()
+{
+    panel::ColorLabel& label = panel_.lblReset[0];
+    if (label.Lit()) {
+        label.BackColor = fountain::kPanelOff;
+        CommitPanel();
+        return;
+    }
+    // Every command of the time goes, those that are pending on the panel included.
+    panel::DeleteTime(choreography_, timeline_.CurrentTime());
+    timeline_.RebuildState(Direction::Back);
+    label.BackColor = fountain::kPanelOn;
+    CommitPanel();
+}
+
+}  // namespace editor

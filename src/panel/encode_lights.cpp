@@ -1,0 +1,214 @@
+#include <algorithm>
+#include <array>
+
+#include "panel/encoder.h"
+#include "panel/list_edit.h"
+
+namespace panel {
+namespace {
+
+using document::Commands;
+using document::Which;
+
+constexpr int kWhiteLights = 16;
+constexpr int kFirstModule = 17;
+constexpr int kLastModule = 23;
+constexpr int kCurtainLights = 24;
+constexpr int kPeacockA = 25;
+constexpr int kPeacockB = 26;
+constexpr int kPeacockBToo = 41;
+constexpr int kGroupALights = 49;
+constexpr int kBothLights = 51;
+constexpr int kGroupLabels = 28;  // lblLight 28..31 Group A, 32..35 Group B
+constexpr int kPeacockLabels = 36;
+constexpr int kBazookaLabel = 39;
+constexpr int kAllWhiteLabel = 43;
+constexpr int kGreenLabel = 44;
+constexpr int kAmberLabel = 45;
+constexpr int kCrossLabel = 46;
+
+bool IsModule(int address)
+{
+    return address >= kFirstModule && address <= kLastModule;
+}
+bool IsGroup(int address)
+{
+    return address >= kGroupALights && address <= kBothLights;
+}
+
+int Bits(const PanelState& panel, int first, int count)
+{
+    int bits = 0;
+    for (int lamp = 0; lamp < count; ++lamp)
+        if (panel.lblLight[first + lamp].Lit())
+            bits |= 1 << lamp;
+    return bits;
+}
+
+bool Changed(const PanelState& panel, int first, int count)
+{
+    for (int lamp = 0; lamp < count; ++lamp)
+        if (panel.lblLight[first + lamp].Changed())
+            return true;
+    return false;
+}
+
+int LitValue(const PanelState& panel, int label, int value)
+{
+    return panel.lblLight[label].Lit() ? value : 0;
+}
+
+// Ahead of every other light command, because it changes the white lamp of all modules.
+void EncodeWhites(Commands& commands, const PanelState& panel)
+{
+    if (!panel.lblLight[kBazookaLabel].Changed() && !panel.lblLight[kAllWhiteLabel].Changed() &&
+        !panel.lblLight[kCrossLabel].Changed())
+        return;
+    document::RemoveCommand(commands, kWhiteLights, Which::All);
+    const int data = LitValue(panel, kCrossLabel, 2) | LitValue(panel, kBazookaLabel, 4) |
+                     LitValue(panel, kAllWhiteLabel, 8);
+    std::size_t at = 0;
+    while (at < commands.size()) {
+        const int address = static_cast<std::uint8_t>(commands[at]);
+        if (IsModule(address) || IsGroup(address))
+            break;
+        at += 2;
+    }
+    commands.insert(at, {static_cast<char>(kWhiteLights), static_cast<char>(data)});
+}
+
+void AppendGroup(Commands& commands, int address, int bits)
+{
+    RemoveCommands(commands, [address](document::Command command) {
+        if (command.address == address)
+            return true;
+        const int group = fountain::GroupOfModule(command.address - kFirstModule + 1);
+        return IsModule(command.address) &&
+               (address == kBothLights || group == address - kGroupALights);
+    });
+    PutOnly(commands, address, bits);
+}
+
+void EncodeGroups(Commands& commands, const PanelState& panel)
+{
+    const bool changedA = Changed(panel, kGroupLabels, 4);
+    const bool changedB = Changed(panel, kGroupLabels + 4, 4);
+    if (!changedA && !changedB)
+        return;
+    const int bitsA = Bits(panel, kGroupLabels, 4);
+    const int bitsB = Bits(panel, kGroupLabels + 4, 4);
+    if (bitsA == bitsB) {
+        document::RemoveCommand(commands, kGroupALights, Which::All);
+        document::RemoveCommand(commands, kGroupALights + 1, Which::All);
+        AppendGroup(commands, kBothLights, bitsA);
+        return;
+    }
+    const bool both = document::HasAddress(commands, kBothLights);
+    document::RemoveCommand(commands, kBothLights, Which::All);
+    if (changedA || both)
+        AppendGroup(commands, kGroupALights, bitsA);
+    if (changedB || both)
+        AppendGroup(commands, kGroupALights + 1, bitsB);
+}
+
+using ModuleValues = document::IndexedArray<std::int16_t, 1, 7>;
+
+ModuleValues ModulesAfter(const EncodeContext& context, const Commands& commands)
+{
+    return After(context.before, commands).State().mintModuleLights;
+}
+
+// A module that does not get what it shall have loses its own commands, until that changes nothing
+// any more; what still differs then is commanded at the end.
+void EncodeModules(Commands& commands, const ModuleValues& wanted, const EncodeContext& context)
+{
+    for (bool removed = true; removed;) {
+        removed = false;
+        const ModuleValues got = ModulesAfter(context, commands);
+        for (int module = 1; module <= 7; ++module) {
+            const int address = kFirstModule + module - 1;
+            if (got[module] == wanted[module] || !document::HasAddress(commands, address))
+                continue;
+            document::RemoveCommand(commands, address, Which::All);
+            removed = true;
+        }
+    }
+    const ModuleValues got = ModulesAfter(context, commands);
+    for (int module = 1; module <= 7; ++module)
+        if (got[module] != wanted[module])
+            PutOnly(commands, kFirstModule + module - 1, wanted[module]);
+}
+
+ModuleValues WantedModules(const Commands& commands, const PanelState& panel,
+                           const EncodeContext& context)
+{
+    ModuleValues wanted = ModulesAfter(context, commands);
+    for (int module = 1; module <= 7; ++module) {
+        const int first = 4 * (module - 1);
+        if (Changed(panel, first, 4))
+            wanted[module] = static_cast<std::int16_t>(Bits(panel, first, 4));
+    }
+    return wanted;
+}
+
+bool LightMotionChanged(const PanelState& panel)
+{
+    return panel.lblTimer.Changed() ||
+           std::ranges::any_of(panel.lblLightMotion,
+                               [](const ColorLabel& label) { return label.Changed(); });
+}
+
+// lblLightMotion: 0 right, 1 left, 2 left with wrapping, 3 right with wrapping.
+int LightMotionData(const PanelState& panel)
+{
+    constexpr std::array<int, 4> kData{1 + 16, 2 + 16, 2 + 32, 1 + 32};
+    for (int index = 0; index <= 3; ++index)
+        if (panel.lblLightMotion[index].Lit())
+            return kData[static_cast<std::size_t>(index)] + (panel.lblTimer.Lit() ? 64 : 0);
+    return 0;
+}
+
+constexpr int kLightMovement = 85;
+constexpr int kLightTimer = 86;
+
+}  // namespace
+
+void EncodeLights(Commands& commands, const PanelState& panel, const EncodeContext& context)
+{
+    if (LightMotionChanged(panel))
+        document::RemoveCommand(commands, kLightMovement, Which::All);
+    if (!Changed(panel, 0, kCrossLabel + 1))
+        return;
+    const ModuleValues wanted = WantedModules(commands, panel, context);
+    EncodeWhites(commands, panel);
+    EncodeGroups(commands, panel);
+    EncodeModules(commands, wanted, context);
+    if (Changed(panel, kGreenLabel, 2))
+        PutOnly(commands, kCurtainLights,
+                LitValue(panel, kGreenLabel, 16) | LitValue(panel, kAmberLabel, 32));
+    if (Changed(panel, kPeacockLabels, 3))
+        PutOnly(commands, kPeacockA, Bits(panel, kPeacockLabels, 3));
+    if (Changed(panel, kPeacockLabels + 4, 3)) {
+        document::RemoveCommand(commands, kPeacockBToo, Which::All);
+        PutOnly(commands, kPeacockB, Bits(panel, kPeacockLabels + 4, 3));
+    }
+}
+
+void EncodeLightMotion(Commands& commands, const PanelState& panel, const EncodeContext& context)
+{
+    const bool retimed = context.lightTimer != panel.lngLightTimerTag;
+    if (retimed)
+        PutOnly(commands, kLightTimer, context.lightTimer / 100);
+    if (!LightMotionChanged(panel))
+        return;
+    document::RemoveCommand(commands, kLightMovement, Which::All);
+    PutOnly(commands, kLightMovement, LightMotionData(panel));
+    if (retimed)
+        return;
+    if (panel.lblTimer.Lit())
+        PutOnly(commands, kLightTimer, context.lightTimer / 100);
+    else if (panel.lblTimer.Changed())
+        document::RemoveCommand(commands, kLightTimer, Which::All);
+}
+
+}  // namespace panel

@@ -1,0 +1,208 @@
+#include <array>
+#include <optional>
+
+#include "fountain/command_map.h"
+#include "panel/encoder.h"
+#include "panel/list_edit.h"
+
+namespace panel {
+namespace {
+
+using document::Commands;
+
+constexpr int kSweeps = 6;
+constexpr int kBazookasSpout = 7;
+constexpr int kCandelabras = 8;
+constexpr int kCurtains = 9;
+constexpr int kMultiValve = 48;
+constexpr int kVoice = 54;
+constexpr int kGroupMask = 48;
+constexpr int kAllButGroup = 207;
+
+bool Joinable(int address)
+{
+    return (address >= 1 && address <= kSweeps) || address == kCandelabras;
+}
+
+bool UnderMultiValve(int address)
+{
+    return address >= 1 && address <= kSweeps;
+}
+
+int JoinBit(const PanelState& panel, int address)
+{
+    return panel.lblBypass[address].Caption == "X" ? fountain::kJoinBit : 0;
+}
+
+const Spinner& LevelSpinner(const PanelState& panel, int address, int group)
+{
+    if (address == kSweeps)
+        return panel.updnSweeps[group];
+    if (address == kCandelabras)
+        return panel.updnCandelabra[group];
+    return panel.updnRings[fountain::RingIndex(address, group)];
+}
+
+int ImpliedLevel(int multiValve, int address)
+{
+    if (multiValve != fountain::kWeddingCakeLevel)
+        return multiValve;
+    return address == kSweeps ? fountain::kHighestLevel : address;
+}
+
+/// The multi-valve values that were written in this edit, by group.
+using Written = std::array<std::optional<int>, 2>;
+
+Written EncodeMultiValve(Commands& commands, const PanelState& panel)
+{
+    Written written;
+    for (int group = 0; group <= 1; ++group) {
+        const Spinner& spinner = panel.updnMultiValve[group];
+        if (!spinner.Changed())
+            continue;
+        Put(commands, kMultiValve, spinner.Value + GroupBit(group), kGroupMask, kAllButGroup);
+        written[static_cast<std::size_t>(group)] = spinner.Value;
+    }
+    return written;
+}
+
+// The join alone: on the commands that there are, else by a command for no group.
+void EncodeJoin(Commands& commands, int address, int join)
+{
+    if (!document::HasAddress(commands, address)) {
+        Put(commands, address, join, kGroupMask, kAllButGroup);
+        return;
+    }
+    RewriteData(commands, [&](document::Command command) {
+        const bool own = command.address == address;
+        return own ? (command.data & ~fountain::kJoinBit) | join : int{command.data};
+    });
+}
+
+void EncodeJoinable(Commands& commands, const PanelState& panel, int address, int group,
+                    const Written& written)
+{
+    const Spinner& spinner = LevelSpinner(panel, address, group);
+    const int join = JoinBit(panel, address);
+    if (!spinner.Changed()) {
+        if (panel.lblBypass[address].Changed())
+            EncodeJoin(commands, address, join);
+        return;
+    }
+    const auto& multiValve = written[static_cast<std::size_t>(group)];
+    const bool implied = UnderMultiValve(address) && multiValve &&
+                         ImpliedLevel(*multiValve, address) == spinner.Value;
+    if (!implied)
+        Put(commands, address, spinner.Value + join + GroupBit(group), kGroupMask, kAllButGroup);
+}
+
+// A group's last multi-valve command stays, alone, ahead of the devices that it sets.
+bool SettleMultiValve(Commands& commands, int group)
+{
+    std::optional<int> data;
+    const auto own = [group](document::Command command) {
+        return command.address == kMultiValve && (command.data & kGroupMask) == GroupBit(group);
+    };
+    std::size_t last = 0;
+    std::size_t first = Commands::npos;
+    for (int k = 0; k < document::CommandCount(commands); ++k) {
+        const document::Command command = document::CommandAt(commands, k);
+        if (own(command)) {
+            data = command.data;
+            last = static_cast<std::size_t>(k);
+        }
+        if (UnderMultiValve(command.address) && first == Commands::npos)
+            first = static_cast<std::size_t>(k);
+    }
+    if (!data)
+        return false;
+    Commands settled;
+    for (std::size_t k = 0; k < commands.size() / 2; ++k) {
+        if (k == first && last > first)
+            settled.append({static_cast<char>(kMultiValve), static_cast<char>(*data)});
+        const bool moved = last > first && k == last;
+        const bool other = own(document::CommandAt(commands, static_cast<int>(k))) && k != last;
+        if (!moved && !other)
+            settled.append(commands, k * 2, 2);
+    }
+    commands = settled;
+    return true;
+}
+
+void SettleGroupWater(Commands& commands, const PanelState& panel)
+{
+    RewriteData(commands, [&](document::Command command) {
+        return Joinable(command.address)
+                   ? (command.data & ~fountain::kJoinBit) | JoinBit(panel, command.address)
+                   : int{command.data};
+    });
+    for (int group = 0; group <= 1; ++group) {
+        if (!SettleMultiValve(commands, group))
+            continue;
+        RewriteData(commands, [&](document::Command command) -> int {
+            if (!UnderMultiValve(command.address) || !(command.data & GroupBit(group)))
+                return command.data;
+            return (command.data & ~fountain::kLevelBits) |
+                   LevelSpinner(panel, command.address, group).Value;
+        });
+    }
+}
+
+void EncodeCurtains(Commands& commands, const PanelState& panel, const EncodeContext& context)
+{
+    if (!panel.updnCurtain[0].Changed() && !panel.updnCurtain[1].Changed() &&
+        !panel.updnPeacock.Changed())
+        return;
+    document::RemoveCommand(commands, kCurtains, document::Which::All);
+    const struct {
+        int level;
+        int bits;
+        int (*shown)(const fountain::FountainState&);
+    } devices[] = {
+        {panel.updnCurtain[0].Value, 16, [](const auto& s) { return int{s.mintCurtainLevel[0]}; }},
+        {panel.updnCurtain[1].Value, 32, [](const auto& s) { return int{s.mintCurtainLevel[1]}; }},
+        {panel.updnPeacock.Value, 96, [](const auto& s) { return int{s.mintPeacockLevel}; }},
+    };
+    for (const auto& device : devices) {
+        if (device.shown(After(context.before, commands).State()) == device.level)
+            continue;
+        document::AddCommand(
+            commands,
+            {.Address = kCurtains, .Data = static_cast<std::int16_t>(device.level + device.bits)});
+    }
+}
+
+}  // namespace
+
+bool GroupWaterChanged(const PanelState& panel)
+{
+    for (int group = 0; group <= 1; ++group) {
+        if (panel.updnMultiValve[group].Changed())
+            return true;
+        for (int address = 1; address <= kCandelabras; ++address)
+            if (Joinable(address) && (LevelSpinner(panel, address, group).Changed() ||
+                                      panel.lblBypass[address].Changed()))
+                return true;
+    }
+    return false;
+}
+
+void EncodeWater(Commands& commands, const PanelState& panel, const EncodeContext& context)
+{
+    const Written written = EncodeMultiValve(commands, panel);
+    for (int address = 1; address <= kCandelabras; ++address)
+        for (int group = 0; group <= 1; ++group)
+            if (Joinable(address))
+                EncodeJoinable(commands, panel, address, group, written);
+    if (GroupWaterChanged(panel))
+        SettleGroupWater(commands, panel);
+    EncodeCurtains(commands, panel, context);
+    if (panel.updnBazookas.Changed())
+        Put(commands, kBazookasSpout, panel.updnBazookas.Value + 16, kGroupMask, kAllButGroup);
+    if (panel.updnSpout.Changed())
+        Put(commands, kBazookasSpout, panel.updnSpout.Value + 32, kGroupMask, kAllButGroup);
+    if (panel.lblVoice.Changed())
+        PutOnly(commands, kVoice, panel.lblVoice.Caption == "X" ? 1 : 0);
+}
+
+}  // namespace panel

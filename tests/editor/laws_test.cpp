@@ -1,0 +1,163 @@
+// The laws of editing, on thousands of random walks. A failing walk is shortened before it is
+// shown, so that what remains is what breaks the law.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+
+#include "document/control_file.h"
+#include "editor/edit_walk.h"
+
+namespace {
+
+using document::Choreography;
+using testing_support::Disorder;
+using testing_support::Random;
+using testing_support::Step;
+using testing_support::WalkingEditor;
+
+namespace fs = std::filesystem;
+
+using Law = std::function<std::string(const std::vector<Step>&)>;
+
+std::vector<Step> Shortened(std::vector<Step> walk, const Law& law)
+{
+    for (bool shorter = true; shorter;) {
+        shorter = false;
+        for (std::size_t k = 0; k < walk.size(); ++k) {
+            std::vector<Step> without = walk;
+            without.erase(without.begin() + static_cast<std::ptrdiff_t>(k));
+            if (law(without).empty())
+                continue;
+            walk = without;
+            shorter = true;
+            break;
+        }
+    }
+    return walk;
+}
+
+void ExpectOnWalks(const Law& law, int walks, int length)
+{
+    for (int seed = 1; seed <= walks; ++seed) {
+        Random random(static_cast<std::uint64_t>(seed));
+        const std::vector<Step> walk = testing_support::RandomWalk(random, length);
+        if (law(walk).empty())
+            continue;
+        const std::vector<Step> shortest = Shortened(walk, law);
+        FAIL() << "seed " << seed << ": " << testing_support::TextOf(shortest) << "\n"
+               << law(shortest);
+    }
+}
+
+std::string ComesBack(const std::vector<Step>& walk)
+{
+    WalkingEditor walking;
+    for (const Step& step : walk) {
+        if (step.kind == Step::Kind::Move) {
+            const std::string lost = walking.LeaveAndReturn();
+            if (!lost.empty())
+                return "at " + std::to_string(walking.editor.Timeline().CurrentTime()) + ": " +
+                       lost + "codes " + walking.editor.Timeline().lblABCodes();
+            const Choreography before = walking.editor.Choreography();
+            const std::string again = walking.LeaveAndReturn();
+            if (!again.empty() || !(before == walking.editor.Choreography()))
+                return "an unchanged panel wrote something; " + again;
+        }
+        walking.Do(step);
+        const std::string disorder = Disorder(walking.editor.Choreography());
+        if (!disorder.empty())
+            return disorder;
+    }
+    return walking.LeaveAndReturn();
+}
+
+/// Where walks save; removed at the end.
+class Folder {
+ public:
+    Folder() { fs::create_directories(path_); }
+    ~Folder()
+    {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    [[nodiscard]] fs::path Name(const char* name) const { return path_ / name; }
+
+ private:
+    fs::path path_ = fs::path(testing::TempDir()) /
+                     ("laws_" + std::to_string(testing::UnitTest::GetInstance()->random_seed()) +
+                      testing::UnitTest::GetInstance()->current_test_info()->name());
+};
+
+std::vector<panel::PanelState> PanelsOf(editor::Editor& editor)
+{
+    std::vector<panel::PanelState> panels;
+    const Choreography& choreography = editor.Choreography();
+    for (std::size_t slot = 0; slot + 1 < choreography.lngTime.size(); ++slot) {
+        editor.MoveTo(choreography.lngTime[slot]);
+        panels.push_back(editor.Panel());
+    }
+    return panels;
+}
+
+std::string SurvivesSaving(const Folder& folder, const std::vector<Step>& walk)
+{
+    WalkingEditor walking;
+    for (const Step& step : walk)
+        walking.Do(step);
+    walking.editor.MoveTo(walking.editor.Timeline().CurrentTime() + 100);
+    Choreography saved = walking.editor.Choreography();
+    if (WriteControlFile(saved, folder.Name("walk.ctl")).outcome != document::SaveOutcome::Saved)
+        return "not saved";
+
+    WalkingEditor reopened;
+    reopened.editor.OpenShow(folder.Name("walk.ctl"));
+    const Choreography opened = reopened.editor.Choreography();
+    if (opened.blnChanged || opened.strCommands != saved.strCommands ||
+        opened.lngTime != saved.lngTime)
+        return "what was saved opened changed";
+    const std::vector<panel::PanelState> panels = PanelsOf(reopened.editor);
+    if (!(reopened.editor.Choreography() == opened))
+        return "moving over the show changed it";
+    for (std::size_t slot = 0; slot < panels.size(); ++slot) {
+        walking.editor.MoveTo(opened.lngTime[slot]);
+        if (!(walking.editor.Panel() == panels[slot])) {
+            const std::string lost = testing_support::Lost(walking.editor.Panel(), panels[slot]);
+            if (!lost.empty())
+                return "at " + std::to_string(opened.lngTime[slot]) + ": " + lost;
+        }
+    }
+    return "";
+}
+
+TEST(Laws, WhatWasComposedComesBack)
+{
+    ExpectOnWalks(ComesBack, 3000, 40);
+}
+
+TEST(Laws, WhatWasComposedSurvivesSavingAndReopening)
+{
+    const Folder folder;
+    ExpectOnWalks([&](const auto& walk) { return SurvivesSaving(folder, walk); }, 300, 60);
+}
+
+TEST(Laws, AnUnchangedPanelWritesNothingOverAnyShow)
+{
+    const Folder folder;
+    for (std::uint64_t seed = 1; seed <= 300; ++seed) {
+        Random random(seed);
+        Choreography show = testing_support::RandomShow(random, {});
+        ASSERT_EQ(WriteControlFile(show, folder.Name("show.ctl")).outcome,
+                  document::SaveOutcome::Saved);
+        WalkingEditor walking;
+        walking.editor.OpenShow(folder.Name("show"));
+        const Choreography before = walking.editor.Choreography();
+        (void)PanelsOf(walking.editor);
+        for (int k = 0; k < 50; ++k)
+            walking.editor.MoveTo(100 * random.Below(1000));
+        EXPECT_EQ(walking.editor.Choreography(), before) << "seed " << seed;
+        EXPECT_FALSE(walking.editor.Choreography().blnChanged) << "seed " << seed;
+    }
+}
+
+}  // namespace
