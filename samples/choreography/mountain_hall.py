@@ -153,7 +153,8 @@ def footsteps():
     at(13, 4.5, back=2, candelabras=2)
 
     # The clarinet joins an octave higher over the horns' long note.
-    at(14, sweeps=2, motion=swing(1, long=True), back=3, candelabras=0, ring2=1, curtain=AMBER_LAMPS)
+    at(14, sweeps=2, motion=swing(1, long=True), ring2=1, candelabras=0, back=3,
+       curtain=AMBER_LAMPS)
     walk_in_pairs(14, [(GREEN, MINT)] * 2 + [(MINT, WHITE)] * 2, lowest=2)
     for bar in (14, 15, 16):
         at(bar, 3, ring3=2, sweeps=3)
@@ -168,7 +169,7 @@ def footsteps():
     at(17, 4, ring2=1, ring3=0, sweeps=0, front=0, back=1)
 
 
-# --- Sprites: plucked water in pale colours, then the peacock --------------------------------------
+# --- Sprites: plucked water in pale colours, then the peacock -------------------------------------
 
 
 def sprites():
@@ -212,7 +213,7 @@ def sprites():
     at(25, 4.5, shift=STOP)
 
 
-# --- The chase: fire, faster and higher with every bar ---------------------------------------------
+# --- The chase: fire, faster and higher with every bar --------------------------------------------
 
 
 def walk_through_fire(first_bar, fires, spot):
@@ -259,7 +260,8 @@ def chase():
     at(32, 4, bazookas=4)
     at(33, ring1=4, ring4=4, candelabras=4, curtain=AMBER_LAMPS, back=2, bazookas=4)
     at(33, 1.5, back=3)
-    at(33, 2, back=4, front=2, ring1=5, ring3=5, candelabras=5, timer=1, shift=timed(LEFT, wrap=True))
+    at(33, 2, back=4, front=2, ring1=5, ring3=5, candelabras=5, timer=1,
+       shift=timed(LEFT, wrap=True))
     at(33, 2.5, front=4)
     at(33, 3, back=5, front=5, bazookas=5, spout=3, ring5=5)
     # A breath before the crash.
@@ -338,7 +340,7 @@ def tutti():
     at(41, 4.5, valve=2, candelabras=0, bazookas=0, spout=0, peacock=0)
 
 
-# --- Collapse: runs, blows and black silences ------------------------------------------------------
+# --- Collapse: runs, blows and black silences -----------------------------------------------------
 
 
 def run(bar, spot, tail, from_right=False):

@@ -1,9 +1,10 @@
 """Writes a fountain show from cues.
 
-A cue says how the fountain shall look from a time on: `show.cue(19800, ring3=2, lights=(RED, BLUE))`.
-Cues may be given in any order; those of one time add up. The show keeps track of what the fountain
-does and writes only what changes, in the form in which the editor itself stores a time: every device
-and group at most once, the reset or the copy first, the lights behind the water, the motion last.
+A cue says how the fountain shall look from a time on, as in
+`show.cue(19800, ring3=2, lights=(RED, BLUE))`. Cues may be given in any order; those of one time
+add up. The show keeps track of what the fountain does and writes only what changes, in the form in
+which the editor itself stores a time: every device and group at most once, the reset or the copy
+first, the lights behind the water, the motion last.
 
 What a cue can say (a pair is for Groups A and B, one value for both):
 
