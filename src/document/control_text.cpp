@@ -276,7 +276,6 @@ LineFate Reader::AddSlot(std::int32_t time, Piece read)
     const bool changed = !normal_ && Merge(merged);
     if (merged.count > 0 && slots_.Size() == kMostSlots) {
         ++report_.timesLeftOut;
-        pairCount_ = read.first;
         return LineFate::LeftOutFull;
     }
     Count(read.count, read.count);
@@ -316,7 +315,6 @@ bool Reader::Merge(Piece& piece)
     const bool changed = merged != Text(piece);
     std::ranges::copy(merged, pairs_.get() + piece.first * 2);
     piece.count = merged.size() / 2;
-    pairCount_ = piece.first + piece.count;
     return changed;
 }
 

@@ -90,8 +90,9 @@ TEST_F(ControlFile, FindsAFileWhateverItsCase)
         const char* found;
     } cases[] = {
         {"show.ctl", "SHOW.ctl"}, {"Show.CTL", "Show.CTL"}, {"other.ctl", ""}, {"sub.ctl", ""}};
-    Put("SHOW.ctl", "");
-    Put("Show.CTL", "");
+    for (const char* name :
+         {"sHOW.ctl", "Show.CTL", "SHOW.ctl", "shOW.ctl", "ShOw.ctl", "SHow.ctl"})
+        Put(name, "");
     fs::create_directory(folder_ / "SUB.ctl");
     for (const auto& c : cases) {
         const auto found = document::FindFile(folder_ / c.name);

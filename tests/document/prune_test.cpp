@@ -235,4 +235,13 @@ TEST(PruneChoreography, IsTheWalkBackInOnePass)
     EXPECT_GT(pruned, 2000);
 }
 
+TEST(PruneChoreography, TakesOutATimeThatHoldsNothing)
+{
+    Choreography show;
+    InsertSlot(show, 0, 1000, {});
+    InsertSlot(show, 1, 2000, Packed("003-020"));
+    EXPECT_EQ(PruneChoreography(show), (PruneResult{.times = 1, .commands = 0, .changed = true}));
+    EXPECT_EQ(show.lngTime, (std::vector{2000, kEndSentinel}));
+}
+
 }  // namespace
