@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -75,7 +76,32 @@ class Editor : private timeline::PanelCommitter {
     void StepDown(timeline::TimeField field, timeline::StepMode mode);
     void StepUp(timeline::TimeField field, timeline::StepMode mode);
 
+    /// One press of a time spinner's arrow, `updnTime`: commits first. In command-step mode every
+    /// step leads to the neighbouring command.
+    void StepTimeDown(timeline::TimeField field, std::int32_t multiplier);
+    void StepTimeUp(timeline::TimeField field, std::int32_t multiplier);
+    void SetCommandStepMode(bool flag) { commandStep_ = flag; }
+    [[nodiscard]] bool CommandStepMode() const { return commandStep_; }
+    /// Any button but the left one on the readout.
+    void lblTime_RightClick() { SetCommandStepMode(!commandStep_); }
+
     void ToggleDisplayOption(int item);
+
+    /// Commits, then saves under the present name; nothing while there is nothing to save.
+    void Save();
+    /// Commits, then saves as `name`; failures are told to the user.
+    document::SaveReport SaveTo(const std::filesystem::path& name);
+    /// The File menu opens: what is pending is written first, so that its entries fit.
+    void mnuFile_Click();
+    /// The unsaved-changes prompt; true when the user chose not to proceed.
+    [[nodiscard]] bool ConfirmDiscard();
+    /// True when the window may close: not while the music plays, and not against the user.
+    [[nodiscard]] bool QueryUnload();
+
+    /// In English, what leaving the time would change there; empty when nothing is pending.
+    [[nodiscard]] std::string PendingText() const;
+    /// In English, what is stored at the current time.
+    [[nodiscard]] std::string StoredText() const;
 
     /// The panel's controls by name and index. False when no control has this name and index, or
     /// when the panel is disabled because something plays.
@@ -123,6 +149,8 @@ class Editor : private timeline::PanelCommitter {
     timeline::Playback playback_;
     bool started_ = false;
     bool eraseMode_ = false;
+    bool commandStep_ = false;
+    mutable std::optional<fountain::Fountain> before_;  ///< for `PendingText`, while an edit lasts
 };
 
 }  // namespace editor

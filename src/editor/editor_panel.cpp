@@ -74,8 +74,13 @@ void Editor::updnRotateTime_Press(int index, int direction)
         panel::PressRotateTime({panel_, fountain_}, index, direction);
 }
 
+// While the panel is disabled nothing is edited: what differs from what was loaded then is what
+// the show itself did while it played.
 void Editor::CommitPanel()
 {
+    if (!Transport().fraControlsEnabled)
+        return;
+    before_.reset();
     const panel::Commit commit =
         panel::CommitPanel(choreography_, timeline_.CurrentTime(), panel_, fountain_);
     if (commit == panel::Commit::Nothing)

@@ -17,7 +17,7 @@ struct Entry {
 using enum Device;
 constexpr Entry kEntries[] = {
     // from  to   device          index level  group  join
-    {   0,   0, {OperatorDisplay,  0,   0,      0,     0}},
+    {   0,   0, {OperatorDisplay,  0, 255,      0,     0}},
     {   1,   5, {Ring,             1,   7,  16|32,    64}},  // the index counts up with the address
     {   6,   6, {Sweeps,           0,   7,  16|32,    64}},
     {   7,   7, {BazookasSpout,    0,   7,  16|32,     0}},  // 16 bazookas, 32 spout

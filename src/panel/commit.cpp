@@ -24,6 +24,21 @@ void CountCharacters(Choreography& choreography, std::size_t before, std::size_t
         static_cast<std::int32_t>(after) - static_cast<std::int32_t>(before);
 }
 
+/// Where the commands of a time stand, or would stand.
+struct Place {
+    std::int32_t slot = 0;
+    bool stored = false;
+    Commands commands;
+};
+
+Place PlaceOf(const Choreography& choreography, std::int32_t time)
+{
+    const std::int32_t before = document::SlotAtOrBefore(choreography, time);
+    if (before >= 0 && choreography.lngTime[At(before)] == time)
+        return {before, true, choreography.strCommands[At(before)]};
+    return {before + 1, false, {}};
+}
+
 }  // namespace
 
 bool DeleteTime(Choreography& choreography, std::int32_t time)
@@ -63,6 +78,18 @@ fountain::Fountain FountainBefore(const Choreography& choreography, std::int32_t
     return fountain;
 }
 
+Commands ComposeCommands(const Choreography& choreography, std::int32_t time, PanelState& panel,
+                         std::int32_t lightTimer, const fountain::Fountain& before)
+{
+    const Place place = PlaceOf(choreography, time);
+    Commands commands = place.commands;
+    document::SplitCommands(commands);
+    EncodePanel(commands, panel, {before, lightTimer});
+    document::MergeCommands(commands);
+    document::PruneCommands(commands, choreography, place.slot, time);
+    return commands;
+}
+
 Commit CommitPanel(Choreography& choreography, std::int32_t time, PanelState& panel,
                    const fountain::Fountain& fountain)
 {
@@ -70,29 +97,21 @@ Commit CommitPanel(Choreography& choreography, std::int32_t time, PanelState& pa
     if (!HasPendingEdits(panel) && lightTimer == panel.lngLightTimerTag)
         return panel.blnTouched ? Commit::Touched : Commit::Nothing;
 
-    const std::int32_t before = document::SlotAtOrBefore(choreography, time);
-    const bool stored = before >= 0 && choreography.lngTime[At(before)] == time;
-    const std::int32_t slot = stored ? before : before + 1;
-    const Commands old = stored ? choreography.strCommands[At(slot)] : Commands{};
-
-    Commands commands = old;
-    document::SplitCommands(commands);
-    EncodePanel(commands, panel, {FountainBefore(choreography, time), lightTimer});
-    document::MergeCommands(commands);
-    document::PruneCommands(commands, choreography, slot, time);
-
-    if (commands == old)
+    const Place place = PlaceOf(choreography, time);
+    Commands commands =
+        ComposeCommands(choreography, time, panel, lightTimer, FountainBefore(choreography, time));
+    if (commands == place.commands)
         return Commit::Touched;
-    if (!stored && choreography.IsFull())
+    if (!place.stored && choreography.IsFull())
         return Commit::Full;
-    CountCharacters(choreography, old.size(), commands.size());
+    CountCharacters(choreography, place.commands.size(), commands.size());
     choreography.blnChanged = true;
     if (commands.empty()) {
         DeleteTime(choreography, time);
-    } else if (stored) {
-        document::StoreCommands(choreography, slot, std::move(commands));
+    } else if (place.stored) {
+        document::StoreCommands(choreography, place.slot, std::move(commands));
     } else {
-        document::InsertSlot(choreography, slot, time, std::move(commands));
+        document::InsertSlot(choreography, place.slot, time, std::move(commands));
         ++choreography.intTimeCount[1];
     }
     return Commit::Stored;

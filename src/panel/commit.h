@@ -20,6 +20,13 @@ enum class Commit {
 [[nodiscard]] Commit CommitPanel(document::Choreography& choreography, std::int32_t time,
                                  PanelState& panel, const fountain::Fountain& fountain);
 
+/// The commands that `CommitPanel` would leave at `time`. `before` is the fountain just before it.
+/// A copy that is left half set goes off on the panel.
+[[nodiscard]] document::Commands ComposeCommands(const document::Choreography& choreography,
+                                                 std::int32_t time, PanelState& panel,
+                                                 std::int32_t lightTimer,
+                                                 const fountain::Fountain& before);
+
 /// Takes out the slot at exactly `time`, if there is one. The count of times stays, as it always
 /// has been in this count.
 bool DeleteTime(document::Choreography& choreography, std::int32_t time);

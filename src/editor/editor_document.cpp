@@ -1,0 +1,125 @@
+// Saving, closing, stepping in time, and what an edit means in words.
+#include <algorithm>
+#include <vector>
+
+#include "editor/editor.h"
+#include "fountain/describe.h"
+#include "panel/commit.h"
+
+namespace editor {
+namespace {
+
+constexpr int kSaveItem = 3;
+
+std::vector<document::Command> CommandsOf(const document::Commands& commands)
+{
+    std::vector<document::Command> list;
+    for (int k = 0; k < document::CommandCount(commands); ++k)
+        list.push_back(document::CommandAt(commands, k));
+    return list;
+}
+
+std::string Sentences(const std::vector<document::Command>& commands)
+{
+    std::string text;
+    for (const document::Command& command : commands) {
+        if (!text.empty())
+            text += "; ";
+        text += fountain::DescribeCommand(command.address, command.data);
+    }
+    return text;
+}
+
+std::vector<document::Command> Without(std::vector<document::Command> commands,
+                                       const std::vector<document::Command>& others)
+{
+    std::erase_if(commands, [&](const document::Command& command) {
+        return std::ranges::find(others, command) != others.end();
+    });
+    return commands;
+}
+
+}  // namespace
+
+void Editor::StepTimeDown(timeline::TimeField field, std::int32_t multiplier)
+{
+    StepDown(field, {multiplier, commandStep_});
+}
+
+void Editor::StepTimeUp(timeline::TimeField field, std::int32_t multiplier)
+{
+    StepUp(field, {multiplier, commandStep_});
+}
+
+void Editor::mnuFile_Click()
+{
+    if (PanelEnabled())
+        CommitPanel();
+}
+
+void Editor::Save()
+{
+    mnuFile_Click();
+    if (Transport().ItemEnabled(timeline::kFileMenu, kSaveItem))
+        SaveTo(choreography_.fileName);
+}
+
+document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
+{
+    CommitPanel();
+    document::SaveReport report = document::WriteControlFile(choreography_, name);
+    if (report.pruned)
+        timeline_.RebuildState(timeline::Direction::Back);
+    if (report.outcome == document::SaveOutcome::WriteFailed)
+        prompts_.Warn(name.string() + " could not be written (" + report.error.message() +
+                      "). The version before is in its .001 backup; the changes are still open "
+                      "here and can be saved again.");
+    playback_.RefreshMenus();
+    return report;
+}
+
+bool Editor::ConfirmDiscard()
+{
+    return !prompts_.Ask(
+        "This choregraphy has not been saved. Do you really\nwant to proceed without saving the "
+        "changes?",
+        "");
+}
+
+bool Editor::QueryUnload()
+{
+    if (mmSong_.Mode() == timeline::PlayerMode::Playing)
+        return false;
+    if (PanelEnabled())
+        CommitPanel();
+    return !choreography_.blnChanged || !ConfirmDiscard();
+}
+
+std::string Editor::StoredText() const
+{
+    return Sentences(CommandsOf(timeline_.StoredCommands()));
+}
+
+std::string Editor::PendingText() const
+{
+    if (!panel_.blnTouched) {
+        before_.reset();
+        return "";
+    }
+    const std::int32_t time = timeline_.CurrentTime();
+    if (!before_)
+        before_ = panel::FountainBefore(choreography_, time);
+    panel::PanelState copy = panel_;
+    if (!panel::HasPendingEdits(copy) && fountain_.tmrLights.Interval() == copy.lngLightTimerTag)
+        return "";
+    const auto stored = CommandsOf(timeline_.StoredCommands());
+    const auto composed = CommandsOf(panel::ComposeCommands(
+        choreography_, time, copy, fountain_.tmrLights.Interval(), *before_));
+    const std::string written = Sentences(Without(composed, stored));
+    const std::string removed = Sentences(Without(stored, composed));
+    if (removed.empty())
+        return written;
+    return written + (written.empty() ? "" : "; ") + "instead of: " + removed;
+}
+
+}  // namespace editor
