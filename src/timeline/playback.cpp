@@ -100,8 +100,8 @@ void Playback::mmSong_PlayClick()
 {
     if (!transport_.mmSong.play)
         return;
-    BeginPlaying();
     committer_.CommitPanel();
+    BeginPlaying();
     timeline_.RebuildState(Direction::Same);
     if (mmSong_.Mode() == PlayerMode::Stopped)
         mmSong_.SetFrom(timeline_.CurrentTime());

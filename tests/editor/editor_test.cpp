@@ -6,6 +6,7 @@
 #include <fstream>
 #include <vector>
 
+#include "document/control_text.h"
 #include "fountain_text.h"
 #include "support/hand_player.h"
 
@@ -214,6 +215,34 @@ TEST(Steps, SeeWhatLeavingTheTimeWrites)
     ASSERT_TRUE(studio.editor.SetSpinner("updnSpout", 0, 4));
     studio.editor.StepUp(TimeField::WholeRange, {.multiplier = 1, .commandStep = true});
     EXPECT_EQ(studio.editor.Timeline().CurrentTime(), 3000) << "the only command, just written";
+}
+
+// While something plays the panel is closed to the user: whatever differs from what was loaded is
+// what the show did.
+TEST(Playing, WritesNothingIntoTheShow)
+{
+    Folder folder;
+    folder.Add("show.ctl",
+               "ct0-381\r\n00:00.0051-015 001-064 000-007 033-099\r\n"
+               "00:00.2086-009\r\n00:00.4099-000 000-010\r\n00:00.6085-097 006-021 069-016\r\n");
+    folder.Add("show.mp3", "");
+    Studio studio;
+    studio.editor.OpenShow(folder / "show");
+    const std::string before = document::ControlText(studio.editor.Choreography());
+    const auto expectUnchanged = [&studio, &before](const char* after) {
+        EXPECT_EQ(document::ControlText(studio.editor.Choreography()), before) << after;
+        EXPECT_FALSE(studio.editor.Choreography().blnChanged) << after;
+    };
+    for (const int wait : {250, 200, 170}) {
+        studio.editor.mmSong_PlayClick();
+        studio.player.Poll();
+        studio.player.Advance(wait);
+        studio.editor.mmSong_PauseClick();
+        studio.player.Poll();
+        expectUnchanged("a pause");
+    }
+    studio.editor.mmSong_PrevClick();
+    expectUnchanged("the way back to the start");
 }
 
 TEST(ToggleDisplayOption, SwitchesItsItemAlone)
