@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "document/random_show.h"
 #include "fountain_text.h"
 
@@ -152,6 +155,7 @@ TEST(ApplyCommands, SweepMotion)
         {"slow, short",                       "033-033",         "speed 1 tmrSweeps 500"},
         {"medium, long",                      "033-067",         "speed 2 0..6 tmrSweeps 375"},
         {"fast, no travel",                   "034-096",         "speed 3 opposed 3..3 tmrSweeps 250"},
+        {"bits 2, 3, 4 and 7 mean nothing",   "033-189",         "speed 1 tmrSweeps 500"},
         {"a stop leaves the timer and travel", "034-099 034-000", "opposed 0..6 tmrSweeps 250"},
         {"a stop tells the direction",        "034-099 033-000", "0..6 tmrSweeps 250"},
         {"pulsation up",                      "006-019 069-016", "sweeps 3/0 step 3/0 tmrPulsate 500"},
@@ -163,6 +167,28 @@ TEST(ApplyCommands, SweepMotion)
 }
 // clang-format on
 
+TEST(ApplyCommands, IgnoresAddressesThatDriveNothing)
+{
+    const std::vector<int> driving = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  16, 17,
+                                      18, 19, 20, 21, 22, 23, 24, 25, 26, 33, 34, 41,
+                                      48, 49, 50, 51, 54, 69, 80, 85, 86, 99};
+    // Off its reset state in every way that a reset would undo.
+    const fountain::Fountain before = After("048-050 006-084 008-050 051-007 033-033 069-016");
+    const std::string text = StateText(before);
+    for (int address = 0; address <= 255; ++address) {
+        bool changes = false;
+        for (int data = 0; data <= 255; ++data) {
+            fountain::Fountain fountain = before;
+            Listener listener;
+            const char command[] = {static_cast<char>(address), static_cast<char>(data)};
+            fountain.ApplyCommands({command, 2}, listener);
+            changes |= StateText(fountain) != text || listener.display >= 0;
+        }
+        const bool drives = std::ranges::find(driving, address) != driving.end();
+        EXPECT_EQ(changes, drives) << address;
+    }
+}
+
 TEST(ApplyCommands, TellsThePanel)
 {
     fountain::Fountain fountain;
@@ -170,7 +196,8 @@ TEST(ApplyCommands, TellsThePanel)
     fountain.ApplyCommands(Packed("000-010 099-077 000-255"), listener);
     EXPECT_EQ(listener.display, 255);
     EXPECT_EQ(listener.resets, 1);
-    fountain.ApplyCommands(Packed("000-007 001-017").substr(0, 3), listener);
+    const document::Commands two = Packed("000-007 054-001");
+    fountain.ApplyCommands(std::string_view(two).substr(0, 3), listener);
     EXPECT_EQ(listener.display, 7);
     EXPECT_EQ(StateText(fountain), "") << "an address without data is no command";
 }
@@ -196,8 +223,9 @@ TEST(ApplyCommands, NeverLeavesItsRanges)
                within(state.mintCurtainLevel, 5) && within(state.mintPulseBase, 5) &&
                within(state.mintModuleLights, 15) && within(state.mintGroupLights, 15) &&
                within(state.mintPeacockLights, 7) && state.mintCurtainLights <= 3 &&
-               state.mintSweepPosition >= -1 && state.mintSweepPosition <= 7 &&
-               std::abs(state.mintPulseStep[0]) <= 5 && std::abs(state.mintPulseStep[1]) <= 5;
+               state.mintSweepSpeed <= 3 && state.mintSweepPosition >= -1 &&
+               state.mintSweepPosition <= 7 && std::abs(state.mintPulseStep[0]) <= 5 &&
+               std::abs(state.mintPulseStep[1]) <= 5;
     };
     testing_support::Random random(1);
     fountain::Fountain fountain;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "desk.h"
+#include "document/random_show.h"
 
 namespace {
 
@@ -112,6 +113,27 @@ TEST(Playing, AppliesOnceAndNeverGoesBack)
     stage.player.Advance(100);
     EXPECT_EQ(stage.State(), "ring1 5/0");
     EXPECT_EQ(stage.timeline.Position(), (document::Position{600, 3}));
+}
+
+// Playing up to a time leads where a move to it leads.
+TEST(Playing, ArrivesWhereAMoveArrives)
+{
+    for (std::uint64_t seed = 1; seed <= 100; ++seed) {
+        testing_support::Random random(seed);
+        Stage stage(testing_support::RandomShow(random, {}));
+        Desk desk(stage.show);
+        for (int stop = 0; stop < 5; ++stop) {
+            stage.Play();
+            stage.player.Advance(50 * random.Below(300));
+            stage.playback.mmSong_StopClick();
+            desk.timeline.GoToTime(stage.timeline.CurrentTime());
+            ASSERT_EQ(stage.fountain.State(), desk.fountain.State()) << "seed " << seed << '\n'
+                                                                     << stage.State() << '\n'
+                                                                     << desk.State();
+            ASSERT_EQ(stage.panel, desk.panel) << "seed " << seed;
+            ASSERT_EQ(stage.timeline.lblABCodes(), desk.timeline.lblABCodes()) << "seed " << seed;
+        }
+    }
 }
 
 /// A player whose music plays on while it is asked: each look at the position finds it later.
