@@ -5,6 +5,7 @@
 
 #include "document/control_text.h"
 #include "fountain/fountain.h"
+#include "panel/commit.h"
 #include "panel/panel_state.h"
 #include "parse_floor.h"
 #include "support/hand_player.h"
@@ -96,6 +97,24 @@ struct Nothing final : timeline::PanelCommitter {
     void CommitPanel() override {}
 };
 
+/// What is written there depends on all that the show did before: there is no reset to begin from.
+void CommitOfOneEditAtTheEnd(benchmark::State& state)
+{
+    Desk desk(0);
+    std::int16_t level = 0;
+    Measure(
+        state,
+        [&desk, &level] {
+            desk.timeline.GoToTime(kEnd);
+            level = static_cast<std::int16_t>(1 + level % 5);
+            desk.panel.updnPeacock.Value = level;
+        },
+        [&desk] {
+            benchmark::DoNotOptimize(
+                panel::CommitPanel(desk.show, kEnd, desk.panel, desk.fountain));
+        });
+}
+
 void StatusWithTenTimesDue(benchmark::State& state)
 {
     Desk desk(0);
@@ -124,4 +143,5 @@ BENCHMARK(MoveForwardOverAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(StepBackFromTheEnd)->Unit(benchmark::kMillisecond);
 BENCHMARK(StepBackToAReset)->Unit(benchmark::kMillisecond);
 BENCHMARK(StepBackToAResetWithoutDisplay)->Unit(benchmark::kMillisecond);
+BENCHMARK(CommitOfOneEditAtTheEnd)->Unit(benchmark::kMillisecond);
 BENCHMARK(StatusWithTenTimesDue)->Unit(benchmark::kMillisecond);
