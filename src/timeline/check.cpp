@@ -149,7 +149,7 @@ void Checker::CheckIgnored(const document::LineRead& line)
     if (line.text.find_first_not_of(' ') == std::string_view::npos)
         return;
     if (IsTime(line.text))
-        return Add(Severity::Warning, line.number, std::string(line.text),
+        return Add(Severity::Problem, line.number, std::string(line.text),
                    "has no commands and is left out; remove the line");
     Add(Severity::Problem, line.number, {},
         "unreadable line " + Quoted(line.text) + "; " + std::string(kExpected));

@@ -1,0 +1,72 @@
+#include "cli/show.h"
+
+#include <system_error>
+
+namespace cli {
+namespace {
+
+std::string WithReason(const std::string& name, const std::string& what, std::error_code error)
+{
+    return name + ": " + what + (error ? ": " + error.message() : "");
+}
+
+}  // namespace
+
+void YesPrompts::Warn(const std::string& text)
+{
+    Fail(text);
+}
+
+bool YesPrompts::Ask(const std::string&, const std::string&)
+{
+    return true;
+}
+
+Parsed<std::filesystem::path> FindControlFile(const std::string& name)
+{
+    std::error_code error;
+    const auto kind = std::filesystem::status(name, error).type();
+    if (kind == std::filesystem::file_type::directory)
+        return {std::nullopt, name + ": expected a control file, this is a folder"};
+    if (const auto found = document::FindFile(name))
+        return {*found, {}};
+    if (kind == std::filesystem::file_type::not_found)
+        return {std::nullopt, name + ": no such file"};
+    return {std::nullopt, WithReason(name, "expected a control file that can be read", error)};
+}
+
+std::string Show::Open(const std::string& name)
+{
+    const auto file = FindControlFile(name);
+    if (!file.value)
+        return file.error;
+    editor_.ReadControlFile(*file.value);
+    const std::error_code error = editor_.LastRead().error;
+    return error ? WithReason(name, "cannot be read", error) : "";
+}
+
+std::string ReadChoreography(document::Choreography& choreography, const std::string& name)
+{
+    const auto file = FindControlFile(name);
+    if (!file.value)
+        return file.error;
+    const std::error_code error = document::ReadControlFile(choreography, *file.value).error;
+    return error ? WithReason(name, "cannot be read", error) : "";
+}
+
+std::string SaveChoreography(document::Choreography& choreography, const std::string& name)
+{
+    const document::SaveReport report = document::WriteControlFile(choreography, name);
+    switch (report.outcome) {
+        case document::SaveOutcome::Saved:
+            return {};
+        case document::SaveOutcome::Nothing:
+            return "expected the name of a file to save to";
+        case document::SaveOutcome::OpenFailed:
+        case document::SaveOutcome::WriteFailed:
+            break;
+    }
+    return WithReason(name, "cannot be written", report.error);
+}
+
+}  // namespace cli
