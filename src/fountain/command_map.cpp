@@ -1,7 +1,6 @@
 #include "fountain/command_map.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 
 namespace fountain {
@@ -45,7 +44,9 @@ static_assert(std::ranges::adjacent_find(kEntries,
                                          }) == std::end(kEntries),
               "addresses ascend and never overlap");
 
-constexpr auto kRules = [] {
+}  // namespace
+
+constexpr std::array<CommandRule, 256> kCommandRules = [] {
     std::array<CommandRule, 256> rules{};
     for (const Entry& entry : kEntries) {
         for (int address = entry.first; address <= entry.last; ++address) {
@@ -55,12 +56,5 @@ constexpr auto kRules = [] {
     }
     return rules;
 }();
-
-}  // namespace
-
-const CommandRule& RuleFor(std::uint8_t address)
-{
-    return kRules[address];
-}
 
 }  // namespace fountain

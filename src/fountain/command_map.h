@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace fountain {
@@ -49,7 +50,13 @@ struct CommandRule {
     friend bool operator==(const CommandRule&, const CommandRule&) = default;
 };
 
-/// The rule of an address; an address that drives nothing has `Device::Unknown`.
-[[nodiscard]] const CommandRule& RuleFor(std::uint8_t address);
+extern const std::array<CommandRule, 256> kCommandRules;
+
+/// The rule of an address; an address that drives nothing has `Device::Unknown`. A replay asks it
+/// for every command of a show, so it is inline.
+[[nodiscard]] inline const CommandRule& RuleFor(std::uint8_t address)
+{
+    return kCommandRules[address];
+}
 
 }  // namespace fountain

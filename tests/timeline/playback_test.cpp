@@ -388,6 +388,7 @@ TEST(Snippet, PlaysThreeSecondsAndReturns)
     EXPECT_TRUE(stage.player.TakeCalls().empty()) << "once is enough";
     stage.player.Advance(2999);
     stage.playback.StepSnippet();
+    stage.playback.mmSong_StatusUpdate();
     EXPECT_TRUE(stage.playback.SnippetPlays());
     EXPECT_EQ(stage.State(), "ring1 2/0") << "the fountain stands still";
 
