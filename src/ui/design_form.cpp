@@ -1,0 +1,139 @@
+#include "ui/design_form.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cmath>
+#include <string_view>
+
+#include <QFontMetricsF>
+#include <QStringList>
+
+namespace ui {
+namespace {
+
+// clang-format off
+constexpr std::array kForm = std::to_array<FormControl>({
+    // name                  x    y   width height font  sample                     accessible name, tool tip
+    {"mnuBar",               0,   0, 1024,  26,  14, "",                           "Menus", ""},
+    {"fraView",              0,  26, 1024, 372,   0, "",                           "Fountain", ""},
+    {"fraLegends",         736,  26,  288, 372,  10, "",                           "Legends", ""},
+    {"positionBar",          0, 398, 1024,  14,   0, "",                           "Position in the piece",
+     "Where in the piece you are; click to go to a time"},
+    {"lblTime",             12, 414,  188,  48,  38, "100:00.0",                   "Current time",
+     "The current time: minutes, seconds and tenths"},
+    {"fraSong",            208, 417,  248,  42,   0, "",                           "Music", ""},
+    {"lblSong",            218, 421,   44,  34,  13, "Music",                      "Music", "Play the music"},
+    {"mmSong_prev",        266, 421,   42,  34,   0, "",                           "Return to the start",
+     "Return to the start of the piece (Previous media key)"},
+    {"mmSong_play",        312, 421,   42,  34,   0, "",                           "Play the music",
+     "Play the music from the current time (Space)"},
+    {"mmSong_pause",       358, 421,   42,  34,   0, "",                           "Pause the music",
+     "Pause the music (Space)"},
+    {"mmSong_stop",        404, 421,   42,  34,   0, "",                           "Stop the music",
+     "Stop the music (Stop media key)"},
+    {"fraEditing",         468, 417,  302,  42,   0, "",                           "Editing", ""},
+    {"lblEditing",         478, 421,   52,  34,  13, "Editing",                    "Editing",
+     "Listen while editing, and the marks"},
+    {"mmEditing_play",     534, 421,   42,  34,   0, "",                           "Play a snippet",
+     "Play three seconds of the music from the current time; "
+     "without music, play the choreography (Space)"},
+    {"mmEditing_add",      580, 421,   42,  34,   0, "",                           "Add a mark",
+     "Mark the time that is playing"},
+    {"mmEditing_prev",     626, 421,   42,  34,   0, "",                           "Previous mark",
+     "Go to the previous mark"},
+    {"mmEditing_next",     672, 421,   42,  34,   0, "",                           "Next mark",
+     "Go to the next mark"},
+    {"mmEditing_clear",    718, 421,   42,  34,   0, "",                           "Clear the marks",
+     "Clear the marks; without music, stop playing the choreography (Space)"},
+    {"lblABCodes",          12, 464, 1000,  20,  15,
+     "099-000 016-000 017-000 018-000 019-000 020-000 021-000 022-000 023-000 049-000 050-000",
+     "Commands at this time", "The commands at this time: address and data of each"},
+    {"fraControls",          0, 486, 1024, 256,   0, "",                           "Control panel", ""},
+    {"lblControlFile",      12, 744,  420,  22,  13, "",                           "Control file",
+     "The control file"},
+    {"lblMusic",           444, 744,  350,  22,  13, "",                           "Music file",
+     "The music file"},
+    {"lblCounts",          806, 744,  206,  22,  13, "54,000 times, 594,000 commands", "Contents",
+     "How many times the choreography has, and how many commands"},
+});
+// clang-format on
+
+static_assert(std::string_view(std::ranges::find_if(kForm,
+                                                    [](const FormControl& control) {
+                                                        return std::string_view(control.name) ==
+                                                               "lblABCodes";
+                                                    })
+                                   ->sample)
+                  .size() == kLongestCodesLine);
+
+bool Fits(const FormControl& control, fountain::ScaleFactors scale, const QFont& font)
+{
+    const QRect place = PlaceOf(control, scale);
+    const QFontMetricsF metrics(font);
+    return metrics.height() <= place.height() &&
+           metrics.horizontalAdvance(QString::fromLatin1(control.sample)) <= place.width();
+}
+
+QFont FontFamilies(const QStringList& families, QFont::StyleHint hint)
+{
+    QFont font;
+    font.setFamilies(families);
+    font.setStyleHint(hint);
+    return font;
+}
+
+}  // namespace
+
+std::span<const FormControl> Form()
+{
+    return kForm;
+}
+
+const FormControl& FormEntry(const char* name)
+{
+    const auto* const entry = std::ranges::find_if(kForm, [name](const FormControl& control) {
+        return std::string_view(control.name) == name;
+    });
+    assert(entry != kForm.end());
+    return *entry;
+}
+
+QRect Scaled(const QRectF& design, fountain::ScaleFactors scale)
+{
+    const auto whole = [](double value) { return static_cast<int>(std::lround(value)); };
+    const QPoint topLeft(whole(design.left() * scale.x), whole(design.top() * scale.y));
+    const QPoint end(whole(design.right() * scale.x), whole(design.bottom() * scale.y));
+    return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
+}
+
+QRect PlaceOf(const FormControl& control, fountain::ScaleFactors scale)
+{
+    return Scaled({control.x, control.y, control.width, control.height}, scale);
+}
+
+QFont FormFont()
+{
+    return FontFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
+                         QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")},
+                        QFont::SansSerif);
+}
+
+QFont CodesFont()
+{
+    return FontFamilies({QStringLiteral("Liberation Mono"), QStringLiteral("DejaVu Sans Mono")},
+                        QFont::Monospace);
+}
+
+QFont FontOf(const FormControl& control, fountain::ScaleFactors scale, QFont family)
+{
+    const auto pixels = [&](double factor) {
+        return std::max(1, static_cast<int>(control.font * factor));
+    };
+    family.setPixelSize(pixels(std::max(scale.x, scale.y)));
+    if (!Fits(control, scale, family))
+        family.setPixelSize(pixels(std::min(scale.x, scale.y)));
+    return family;
+}
+
+}  // namespace ui

@@ -1,0 +1,149 @@
+#include <QAction>
+#include <QLocale>
+
+#include "document/control_file.h"
+#include "ui/frm_fountain.h"
+#include "ui/menus.h"
+
+namespace ui {
+namespace {
+
+constexpr const char* kCaption = "Velmora Musical Fountain Animated Choreographer";
+
+QString FileText(const std::filesystem::path& file)
+{
+    return QString::fromStdString(file.filename().string());
+}
+
+// Thousands are separated by commas whatever the locale, as everywhere in the program.
+QString Counted(std::int32_t count, const char* one, const char* many)
+{
+    static const QLocale kEnglish(QLocale::English, QLocale::UnitedStates);
+    return QStringLiteral("%1 %2").arg(kEnglish.toString(count),
+                                       QLatin1String(count == 1 ? one : many));
+}
+
+}  // namespace
+
+void frmFountain::Refresh()
+{
+    RefreshTransport();
+    RefreshMenus();
+    RefreshView();
+    RefreshTexts();
+    driver_.Observe();
+}
+
+void frmFountain::RefreshTransport()
+{
+    const timeline::Transport& transport = editor_.Transport();
+    const std::int32_t length = editor_.ShowLength();
+    positionBar_->ShowPosition(editor_.Timeline().CurrentTime(), length);
+    Enable(positionBar_, transport.updnTimeEnabled && length > 0);
+    if (shownTransport_ == transport)
+        return;
+    shownTransport_ = transport;
+    const timeline::SongButtons& song = transport.mmSong;
+    Enable(mmSong_[0], song.prev);
+    Enable(mmSong_[1], song.play);
+    Enable(mmSong_[2], song.pause);
+    Enable(mmSong_[3], song.stop);
+    const bool stops = editor_.Playback().tmrControlFile.Enabled();
+    Enable(mmEditing_[0], transport.mmEditing.play);
+    Enable(mmEditing_[4], transport.mmEditing.clear && stops);
+    mmEditing_[4]->SetTransportIcon(stops ? TransportIcon::Stop : TransportIcon::ClearMarks);
+    Enable(fraControls_, transport.fraControlsEnabled);
+}
+
+// The focus does not stay on, or wander off, a control that can no longer be used.
+void frmFountain::Enable(QWidget* widget, bool enabled)
+{
+    if (!enabled && widget->hasFocus())
+        cmdFocus_->setFocus();
+    widget->setEnabled(enabled);
+}
+
+void frmFountain::RefreshMenus()
+{
+    for (std::size_t menu = 0; menu < actions_.size(); ++menu)
+        for (std::size_t item = 0; item < actions_[menu].size(); ++item)
+            actions_[menu][item]->setEnabled(
+                Menus()[menu].items[item].works &&
+                editor_.Transport().ItemEnabled(static_cast<timeline::Menu>(menu),
+                                                static_cast<int>(item)));
+    const fountain::DisplayOptions& options = editor_.DisplayOptions();
+    const std::vector<QAction*>& display = actions_[timeline::kDisplayMenu];
+    display[editor::kLegendsItem]->setChecked(options.Legends);
+    display[editor::kCandelabrasItem]->setChecked(options.Candelabras);
+    display[editor::kBackCurtainItem]->setChecked(options.BackCurtain);
+    display[editor::kABCodesItem]->setChecked(options.ABCodes);
+    lblABCodes_->setVisible(options.ABCodes);
+}
+
+void frmFountain::RefreshView()
+{
+    // The drops move with the time that plays; at rest they stand, and nothing is repainted.
+    const int phase =
+        editor_.Playback().Playing() ? editor_.Timeline().CurrentTime() : fraView_->Phase();
+    fraView_->SetScene(editor_.BuildScene(fraView_->FittedLayout(), fraView_->FittedMeasures()),
+                       phase);
+}
+
+void frmFountain::RefreshTexts()
+{
+    const document::Choreography& choreography = editor_.Choreography();
+    ShowText(lblTime_, "Current time", QString::fromStdString(editor_.Timeline().lblTime()));
+    ShowText(lblABCodes_, "Commands at this time",
+             QString::fromStdString(editor_.Timeline().lblABCodes()).trimmed());
+    ShowText(lblControlFile_, "Control file",
+             QString::fromStdString(document::ControlFileCaption(choreography)), Qt::ElideMiddle);
+    ShowText(lblMusic_, "Music", MusicText(), Qt::ElideMiddle);
+    ShowText(lblCounts_, "Contents",
+             Counted(choreography.intTimeCount[1], "time", "times") + QStringLiteral(", ") +
+                 Counted(choreography.intCommandCount[1], "command", "commands"));
+    const QString show = QString::fromStdString(choreography.fileName.stem().string());
+    const QString caption = QString::fromLatin1(kCaption);
+    const QString title = show.isEmpty() ? caption : show + QStringLiteral(" \u2013 ") + caption;
+    if (windowTitle() != title)
+        setWindowTitle(title);
+}
+
+QString frmFountain::MusicText() const
+{
+    timeline::MusicPlayer& mmSong = editor_.mmSong();
+    if (musicPending_)
+        return QStringLiteral("Opening the music ...");
+    if (editor_.Playback().SnippetPlays())
+        return QStringLiteral("Playing three seconds from %1 ...")
+            .arg(QString::fromStdString(editor_.Timeline().lblTime()));
+    if (!mmSong.LastError().empty())
+        return QString::fromStdString(mmSong.LastError());
+    if (mmSong.FileName().empty())
+        return QStringLiteral("No music file");
+    const QString name = FileText(mmSong.FileName());
+    return mmSong.Silent() ? name + QStringLiteral(" (without sound)") : name;
+}
+
+// A text that had to be cut is whole in the tool tip and for those who listen to the screen.
+void frmFountain::ShowText(QLabel* label, const char* name, const QString& text,
+                           Qt::TextElideMode cut)
+{
+    const QString shown =
+        cut == Qt::ElideNone ? text : label->fontMetrics().elidedText(text, cut, label->width());
+    if (label->text() != shown)
+        label->setText(shown);
+    const QString spoken = QStringLiteral("%1: %2").arg(QLatin1String(name), text);
+    if (label->accessibleName() == spoken)
+        return;
+    label->setAccessibleName(spoken);
+    if (cut != Qt::ElideNone)
+        label->setToolTip(text);
+}
+
+void frmFountain::SetMusicPending(bool pending)
+{
+    musicPending_ = pending;
+    Refresh();
+}
+
+}  // namespace ui

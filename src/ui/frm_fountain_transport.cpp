@@ -1,0 +1,149 @@
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include "ui/frm_fountain.h"
+#include "ui/menus.h"
+
+namespace ui {
+namespace {
+
+bool IsInput(QEvent::Type type)
+{
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::Wheel:
+        case QEvent::ContextMenu:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletMove:
+        case QEvent::TabletRelease:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+// After an action of the transport the keys belong to the window again.
+void frmFountain::Transact(const std::function<void()>& operation)
+{
+    operation();
+    cmdFocus_->setFocus();
+    Refresh();
+}
+
+// The window sees every key first, whatever control has the focus.
+bool frmFountain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (!watched->isWidgetType())
+        return false;
+    if (editor_.Playback().SnippetPlays() && IsInput(event->type()))
+        return true;
+    if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget() != nullptr ||
+        static_cast<QWidget*>(watched)->window() != this)
+        return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    return plain && MoveByKey(key->key());
+}
+
+bool frmFountain::MoveByKey(int key)
+{
+    if (!editor_.Transport().updnTimeEnabled)
+        return false;
+    constexpr timeline::StepMode kToCommand{.multiplier = 1, .commandStep = true};
+    switch (key) {
+        case Qt::Key_PageDown:
+            editor_.StepDown(timeline::TimeField::Tenths, kToCommand);
+            break;
+        case Qt::Key_PageUp:
+            editor_.StepUp(timeline::TimeField::Tenths, kToCommand);
+            break;
+        case Qt::Key_End:
+            editor_.StepUp(timeline::TimeField::WholeRange, kToCommand);
+            break;
+        case Qt::Key_Home:
+            editor_.StepDown(timeline::TimeField::WholeRange, kToCommand);
+            break;
+        default:
+            return false;
+    }
+    Refresh();
+    return true;
+}
+
+void frmFountain::keyPressEvent(QKeyEvent* event)
+{
+    if (event->isAutoRepeat()) {
+        event->ignore();
+        return;
+    }
+    switch (event->key()) {
+        case Qt::Key_Space:
+        case Qt::Key_MediaTogglePlayPause:
+        case Qt::Key_MediaPlay:
+            Transact([this] { TogglePlaying(); });
+            break;
+        case Qt::Key_MediaPause:
+            Transact([this] { editor_.mmSong_PauseClick(); });
+            break;
+        case Qt::Key_MediaStop:
+            Transact([this] {
+                editor_.mmSong_StopClick();
+                editor_.mmEditing_ClearClick();
+            });
+            break;
+        case Qt::Key_MediaPrevious:
+            Transact([this] { editor_.mmSong_PrevClick(); });
+            break;
+        default:
+            event->ignore();
+    }
+}
+
+void frmFountain::TogglePlaying()
+{
+    switch (editor_.mmSong().Mode()) {
+        case timeline::PlayerMode::Playing:
+            editor_.mmSong_PauseClick();
+            break;
+        case timeline::PlayerMode::Stopped:
+        case timeline::PlayerMode::Paused:
+            editor_.mmSong_PlayClick();
+            break;
+        case timeline::PlayerMode::NotReady:
+            if (editor_.Playback().tmrControlFile.Enabled())
+                editor_.mmEditing_ClearClick();
+            else
+                editor_.mmEditing_PlayClick();
+            break;
+    }
+}
+
+void frmFountain::mnuFileAction_Click(int item)
+{
+    if (item == kExitItem)
+        close();
+}
+
+void frmFountain::mnuDisplayAction_Click(int item)
+{
+    editor_.ToggleDisplayOption(item);
+    if (item == editor::kLegendsItem)
+        FitForm();
+    else
+        Refresh();
+}
+
+}  // namespace ui

@@ -1,0 +1,49 @@
+#include "ui/menus.h"
+
+#include <array>
+
+namespace ui {
+namespace {
+
+constexpr MenuItem kSeparator{nullptr};
+constexpr std::array kFile = std::to_array<MenuItem>({
+    {"&New"},
+    {"&Open..."},
+    kSeparator,
+    {"&Save"},
+    {"Save &As..."},
+    {"&Undo All"},
+    kSeparator,
+    {"&Print"},
+    kSeparator,
+    {.caption = "E&xit", .works = true},
+});
+constexpr std::array kDisplay = std::to_array<MenuItem>({
+    {"&Legends", true, true},
+    kSeparator,
+    {"&Candelabras", true, true},
+    {"&Back curtain", true, true},
+    kSeparator,
+    {"&AB Codes", true, true},
+});
+constexpr std::array kHelp = std::to_array<MenuItem>({
+    {"&Contents"},
+    {"&Search for..."},
+    kSeparator,
+    {"&About..."},
+});
+
+constexpr std::array kMenus = std::to_array<MenuEntry>({
+    {"mnuFile", "mnuFileAction", "&File", kFile},
+    {"mnuDisplay", "mnuDisplayAction", "&Display", kDisplay},
+    {"mnuHelp", "mnuHelpAction", "&Help", kHelp},
+});
+
+}  // namespace
+
+std::span<const MenuEntry> Menus()
+{
+    return kMenus;
+}
+
+}  // namespace ui
