@@ -210,7 +210,10 @@ TEST(Playing, EnablesWhatMayBeUsed)
     EXPECT_TRUE(stage.playback.Playing());
 
     stage.player.Advance(75);
+    stage.player.TakeCalls();
     stage.playback.mmSong_StopClick();
+    EXPECT_EQ(stage.player.TakeCalls(),
+              (std::vector<std::string>{"interval 0", "stop", "from 500"}));
     EXPECT_EQ(stage.Enabled(), kEditing);
     EXPECT_EQ(stage.Menus(), "691 11");
     EXPECT_EQ(stage.timeline.CurrentTime(), 500) << "back on the grid";
@@ -420,13 +423,14 @@ TEST(Snippet, EndsWhenTheMusicDoes)
         stage.timeline.GoToTime(row.from);
         stage.player.playFails = row.fails;
         stage.playback.mmEditing_PlayClick();
-        stage.player.Advance(row.advance);
+        stage.player.Elapse(row.advance);
         stage.playback.StepSnippet();
         EXPECT_FALSE(stage.playback.SnippetPlays()) << row.name;
         EXPECT_EQ(stage.timeline.CurrentTime(), row.from) << row.name;
         EXPECT_EQ(stage.Enabled(), kEditing) << row.name;
+        stage.player.TakeCalls();
         stage.player.Poll();
-        EXPECT_EQ(stage.timeline.CurrentTime(), row.from) << row.name << ": no late news";
+        EXPECT_TRUE(stage.player.TakeCalls().empty()) << row.name << ": no late news";
     }
 }
 

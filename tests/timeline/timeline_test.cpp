@@ -267,6 +267,8 @@ TEST(Pruning, ChangesNothingThatTheFountainDoes)
                 << testing_support::StateText(fountains[0]) << '\n'
                 << testing_support::StateText(fountains[1]);
             ASSERT_EQ(fountains[0].Drawn().ringHalves, fountains[1].Drawn().ringHalves);
+            ASSERT_EQ(fountains[0].Drawn().candelabraHalves, fountains[1].Drawn().candelabraHalves);
+            ASSERT_EQ(fountains[0].Drawn().peacockLights, fountains[1].Drawn().peacockLights);
             ASSERT_EQ(std::max(listeners[0].display, 0), std::max(listeners[1].display, 0));
             for (const auto timer :
                  {&Fountain::tmrSweeps, &Fountain::tmrPulsate, &Fountain::tmrLights})
