@@ -29,6 +29,7 @@ class Arguments {
     void AddSteps(CLI::App& command);
     int RunSteps(const CLI::App& command, bool edit);
     int RunFrame(int argc, char** argv);
+    [[nodiscard]] bool Knows(const std::string& first) const;
 
     CLI::App app_{"Shows of the musical fountain at the command line, without a window.", "choreo"};
     std::function<int(int, char**)> run_;
@@ -188,14 +189,20 @@ int Arguments::RunSteps(const CLI::App& command, bool edit)
     return edit ? RunEdit(file_, steps, out_) : RunState(file_, steps);
 }
 
+bool Arguments::Knows(const std::string& first) const
+{
+    constexpr std::array<std::string_view, 3> kFlags{"-h", "--help", "--version"};
+    return std::ranges::find(kFlags, first) != kFlags.end() ||
+           !app_.get_subcommands(
+                    [&first](const CLI::App* command) { return command->get_name() == first; })
+                .empty();
+}
+
 int Arguments::Run(int argc, char** argv)
 {
-    const std::string_view first = argc > 1 ? argv[1] : "";
-    if (!first.starts_with('-') && app_.get_subcommands([first](const CLI::App* command) {
-                                           return command->get_name() == first;
-                                       })
-                                       .empty())
-        return Fail((first.empty() ? std::string() : '"' + std::string(first) + "\": ") +
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (!Knows(first))
+        return Fail((first.empty() ? first : '"' + first + "\": ") +
                     "expected a subcommand: " + std::string(kSubcommands));
     try {
         app_.parse(argc, argv);

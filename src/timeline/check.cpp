@@ -295,4 +295,13 @@ CheckReport CheckControlFile(const std::filesystem::path& name, std::int32_t mus
     return report;
 }
 
+CheckReport CheckControlText(std::string_view text, std::int32_t musicLength)
+{
+    CheckReport report;
+    Checker checker;
+    report.read = document::ReadControlText(report.choreography, text, &checker);
+    report.findings = checker.Finish(report.choreography, musicLength);
+    return report;
+}
+
 }  // namespace timeline

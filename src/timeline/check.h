@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "document/choreography.h"
@@ -33,5 +34,8 @@ struct CheckReport {
 /// `musicLength` (ms) are warned of; 0 when it is not known.
 [[nodiscard]] CheckReport CheckControlFile(const std::filesystem::path& name,
                                            std::int32_t musicLength);
+
+/// The same for the bytes of a control file.
+[[nodiscard]] CheckReport CheckControlText(std::string_view text, std::int32_t musicLength);
 
 }  // namespace timeline

@@ -141,12 +141,15 @@ Setting LightMovement(int data)
                                   ((data & 32) != 0 ? " with wrapping" : " without wrapping")};
 }
 
-// After the colon of "device: value": what the sentence says beyond its first word.
-Setting FromSentence(std::string device, Command command, std::string_view start)
+// A command whose sentence says it all, but for what the device's name tells already.
+Setting FromSentence(std::string device, Command command, std::string_view start,
+                     std::string_view end)
 {
     std::string sentence = fountain::DescribeCommand(command.address, command.data);
     if (sentence.starts_with(start))
         sentence.erase(0, start.size());
+    if (sentence.ends_with(end))
+        sentence.erase(sentence.size() - end.size());
     return {std::move(device), std::move(sentence)};
 }
 
@@ -190,11 +193,13 @@ void Append(Settings& settings, Command command)
         case Device::LightMovement:
             return settings.push_back(LightMovement(data));
         case Device::LightTimer:
-            return settings.push_back(FromSentence("Light timer", command, "Set light timer to "));
+            return settings.push_back(
+                FromSentence("Light timer", command, "Set light timer to ", ""));
         case Device::Copy:
-            return settings.push_back(FromSentence("Between the groups", command, {}));
+            return settings.push_back(FromSentence("Between the groups", command, "", ""));
         case Device::OperatorDisplay:
-            return settings.push_back(FromSentence("Operator panel", command, {}));
+            return settings.push_back(
+                FromSentence("Operator panel", command, "Display ", " on operator panel"));
         case Device::Reset:
             return settings.push_back({"Reset Fountain", {}});
         case Device::Unknown:
