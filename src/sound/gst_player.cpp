@@ -282,6 +282,7 @@ void GstPlayer::Pump()
     }
     while (pipeline_) {
         const bool playing = mode_ == PlayerMode::Playing;
+        const bool paused = mode_ == PlayerMode::Paused;
         switch (pipeline_->NextNews()) {
             case Pipeline::News::None:
                 WatchForHang();
@@ -296,8 +297,9 @@ void GstPlayer::Pump()
                 if (GoOnSilently()) {
                     break;
                 }
+                // A pause ends as well, or its buttons would stay for music that is gone.
                 LoseMusic();
-                if (playing) {
+                if (playing || paused) {
                     Queue(&MusicEvents::mmSong_PlayingEnded);
                 }
                 break;
