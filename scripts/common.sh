@@ -37,7 +37,7 @@ missing_of() {
 
 # Installs what is missing of the groups given; calls apt-get only when something is.
 install_packages() {
-    local wanted missing as_root=()
+    local wanted missing by_hand as_root=()
     mapfile -t wanted < <(packages_of "$@")
     if ! command -v dpkg-query > /dev/null || ! command -v apt-get > /dev/null; then
         echo "This is no Debian system, so nothing is installed here by itself. Needed are what" \
@@ -46,18 +46,19 @@ install_packages() {
     fi
     mapfile -t missing < <(missing_of "${wanted[@]}")
     ((${#missing[@]})) || return 0
+    by_hand="apt-get update && apt-get install --no-install-recommends ${missing[*]}"
 
     if ((EUID != 0)); then
         command -v sudo > /dev/null || die "These packages are missing: ${missing[*]}" \
-            "Installing them takes root, and there is no sudo here. As root, please run:" \
-            "    apt-get update && apt-get install --no-install-recommends ${missing[*]}"
+            "There is no sudo here to install them with. As root, please run: $by_hand"
         as_root=(sudo)
     fi
     as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
     echo "Installing: ${missing[*]}"
     "${as_root[@]}" update || echo "Going on with the package lists that are here." >&2
     "${as_root[@]}" install --no-install-recommends -y "${missing[@]}" ||
-        die "These packages could not be installed: ${missing[*]}"
+        die "These packages could not be installed: ${missing[*]}" \
+            "As root, please run: $by_hand"
 }
 
 # Configures the preset $1 if it has not been, or not as it stands now, and builds it.
