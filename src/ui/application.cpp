@@ -118,8 +118,7 @@ void Application::OpenMusic()
 void SetUpQt()
 {
     QCoreApplication::setOrganizationName(QStringLiteral("Velmora"));
-    QCoreApplication::setApplicationName(
-        QStringLiteral("Velmora Musical Fountain Animated Choreographer"));
+    QCoreApplication::setApplicationName(QString::fromLatin1(kCaption));
     QCoreApplication::setApplicationVersion(QStringLiteral(CHOREOGRAPHER_VERSION));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
 }

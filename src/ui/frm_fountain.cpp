@@ -1,8 +1,7 @@
 #include "ui/frm_fountain.h"
 
-#include <algorithm>
+#include <utility>
 
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenu>
@@ -239,8 +238,9 @@ TransportButton* frmFountain::AddButton(const char* name, TransportIcon icon,
     if (handler == nullptr)
         button->setEnabled(false);
     else
-        connect(button, &QAbstractButton::clicked, this,
-                [this, handler] { Transact([this, handler] { (editor_.*handler)(); }); });
+        connect(button, &QAbstractButton::clicked, this, [this, handler] {
+            Transact([editor = &editor_, handler] { (editor->*handler)(); });
+        });
     return button;
 }
 
@@ -252,6 +252,7 @@ void frmFountain::resizeEvent(QResizeEvent*)
 void frmFountain::FitForm()
 {
     const fountain::ScaleFactors scale = fountain::FitToScreen(width(), height());
+    PlaceMenus(scale);  // before the bar gets its size: items that are too high for it are hidden
     for (const FormControl& control : Form()) {
         auto* widget = findChild<QWidget*>(QString::fromLatin1(control.name));
         widget->setGeometry(PlaceOf(control, scale));
@@ -261,7 +262,6 @@ void frmFountain::FitForm()
             widget->setFont(FontOf(control, scale, family));
         }
     }
-    PlaceMenus(scale);
     PlaceView(scale);
     Refresh();
 }

@@ -20,6 +20,9 @@ namespace ui {
 
 class MenuBarStyle;
 
+/// The name of the program, which is the window's caption.
+inline constexpr const char* kCaption = "Velmora Musical Fountain Animated Choreographer";
+
 /// The main window. It shows the editor and hands it what the user does; nothing is kept here.
 class frmFountain final : public QWidget {
     Q_OBJECT

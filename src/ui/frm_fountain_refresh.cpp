@@ -8,8 +8,6 @@
 namespace ui {
 namespace {
 
-constexpr const char* kCaption = "Velmora Musical Fountain Animated Choreographer";
-
 QString FileText(const std::filesystem::path& file)
 {
     return QString::fromStdString(file.filename().string());

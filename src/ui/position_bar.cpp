@@ -21,6 +21,7 @@ constexpr QColor kGround(12, 16, 40);
 constexpr QColor kTrack(52, 60, 104);
 constexpr QColor kOver(120, 156, 240);
 constexpr QColor kHandle(255, 255, 255);
+constexpr QColor kFocus(255, 208, 96);
 
 }  // namespace
 
@@ -77,9 +78,14 @@ void PositionBar::paintEvent(QPaintEvent*)
     painter.fillRect(QRectF(0, track.top(), at, thick), kOver);
     const double handle = std::max(4.0, height() * 0.36);
     const QRectF knob(std::clamp(at - handle / 2, 0.0, wide - handle), 1, handle, height() - 2);
-    painter.setPen(hasFocus() ? QPen(QColor(255, 208, 96), 2) : QPen(Qt::NoPen));
+    painter.setPen(Qt::NoPen);
     painter.setBrush(kHandle);
     painter.drawRoundedRect(knob, handle / 2, handle / 2);
+    if (!hasFocus())
+        return;
+    painter.setPen(QPen(kFocus, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
 }
 
 void PositionBar::mousePressEvent(QMouseEvent* event)

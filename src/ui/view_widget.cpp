@@ -36,7 +36,9 @@ void ViewWidget::SetScene(const fountain::Scene& scene, int phase)
 void ViewWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), kNight);
+    // On screens with a fractional scale the picture may end within the last pixel.
+    painter.fillRect(QRect(width() - 1, 0, 1, height()), kNight);
+    painter.fillRect(QRect(0, height() - 1, width(), 1), kNight);
     render::PaintScene(painter, scene_, cache_, phase_);
     painter.end();
     emit Painted();
