@@ -34,8 +34,8 @@ struct View {
 void PaintMoment(QPainter& painter, const editor::Editor& editor, View& view, int moment)
 {
     painter.save();
-    painter.translate(kGap + moment % kColumns * kCellWidth,
-                      kGap + moment / kColumns * kCellHeight);
+    const QPoint cell(moment % kColumns * kCellWidth, moment / kColumns * kCellHeight);
+    painter.translate(QPoint(kGap, kGap) + cell);
     render::PaintScene(painter, editor.BuildScene(view.layout, view.measures), view.cache);
     painter.setPen(kInk);
     painter.drawText(QRect(0, kFrameHeight, kFrameWidth, kCaptionHeight), Qt::AlignCenter,

@@ -24,6 +24,7 @@ class YesPrompts final : public editor::Prompts {
 class Show {
  public:
     Show() : editor_(player_, prompts_), clock_(editor_) {}
+    ~Show() = default;
     Show(const Show&) = delete;
     Show& operator=(const Show&) = delete;
 

@@ -162,7 +162,7 @@ std::string Copy(int data)
 {
     static constexpr std::array<std::string_view, 4> kWhat = {"", "water", "lights",
                                                               "water and lights"};
-    const std::string what(kWhat[static_cast<std::size_t>(data & 3)]);
+    std::string what(kWhat[static_cast<std::size_t>(data & 3)]);
     switch (data & kGroupBits) {
         case kGroupABit:
             return "Copy " + what + " from Group A to Group B";

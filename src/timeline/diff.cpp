@@ -70,7 +70,7 @@ std::vector<std::string> Differences(const Commands& commandsBefore, const Comma
         else if (!is)
             differences.push_back(SettingText({device, old}) + " removed");
         else if (old != now)
-            differences.push_back(device + ": " + old + " -> " + now);
+            differences.push_back(SettingText({device, old}).append(" -> ").append(now));
     }
     if (differences.empty())
         differences.emplace_back("the same, with other commands or in another order");
@@ -131,7 +131,8 @@ std::string SecondsText(std::int32_t ms)
     std::string places = std::to_string(1000 + size % 1000).substr(1);
     while (places.size() > 1 && places.back() == '0')
         places.pop_back();
-    return (ms < 0 ? "-" : "+") + std::to_string(size / 1000) + '.' + places + " s";
+    std::string text(1, ms < 0 ? '-' : '+');
+    return text.append(std::to_string(size / 1000)).append(".").append(places).append(" s");
 }
 
 std::string Times(std::int32_t count)
@@ -170,7 +171,7 @@ std::string ChangeText(const Change& change)
     }
     std::string text;
     for (const std::string& setting : change.settings)
-        text += time + "  " + setting + '\n';
+        text.append(time).append("  ").append(setting).append("\n");
     return text;
 }
 

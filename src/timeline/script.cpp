@@ -27,7 +27,7 @@ std::string ScriptLine(std::int32_t time, std::string_view commands, int k)
 
 std::string TwoDigits(int value)
 {
-    return (value < 10 ? "0" : "") + std::to_string(value);
+    return std::to_string(100 + value).substr(1);
 }
 
 }  // namespace
