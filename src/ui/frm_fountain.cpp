@@ -40,13 +40,11 @@ constexpr QColor kStrip(208, 208, 210);
 constexpr QColor kEdge(176, 176, 180);
 constexpr QColor kSurface(214, 214, 216);
 constexpr QColor kInk(24, 24, 32);
-constexpr QColor kReadout(0, 0, 128);
 
 /// A quiet rounded surface that holds a group of controls.
 class Surface final : public QWidget {
  public:
-    /// `margin` in design pixels.
-    Surface(QWidget* parent, int margin) : QWidget(parent), margin_(margin) {}
+    using QWidget::QWidget;
 
  protected:
     void paintEvent(QPaintEvent*) override
@@ -55,12 +53,8 @@ class Surface final : public QWidget {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(kEdge, 1));
         painter.setBrush(kSurface);
-        const double inset = 0.5 + margin_ * width() / double{fountain::kDesignWidth};
-        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), 5, 5);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
     }
-
- private:
-    int margin_;
 };
 
 /// Holds the focus while no control needs it, so that the keys reach the window.
@@ -102,6 +96,7 @@ frmFountain::frmFountain(editor::Editor& editor, QWidget* parent)
     BuildMenus();
     BuildView();
     BuildTransport();
+    BuildPanel();
     BuildStatus();
     DescribeControls();
     resize(fountain::kDesignWidth, fountain::kDesignHeight);
@@ -137,9 +132,14 @@ void frmFountain::BuildMenus()
             action->setObjectName(
                 QStringLiteral("%1_%2").arg(QLatin1String(entry.itemName)).arg(item));
             action->setCheckable(row.checkable);
+            action->setShortcut(QString::fromLatin1(row.shortcut));
             actions_[i].push_back(action);
         }
     }
+    connect(menus_[timeline::kFileMenu], &QMenu::aboutToShow, this, [this] {
+        editor_.mnuFile_Click();
+        Refresh();
+    });
     for (std::size_t i = 0; i < actions_[timeline::kFileMenu].size(); ++i)
         connect(actions_[timeline::kFileMenu][i], &QAction::triggered, this,
                 [this, i] { mnuFileAction_Click(static_cast<int>(i)); });
@@ -170,17 +170,14 @@ void frmFountain::BuildView()
 void frmFountain::BuildTransport()
 {
     lblTime_ = AddLabel("lblTime", Qt::AlignLeft | Qt::AlignVCenter);
-    QPalette readout = lblTime_->palette();
-    readout.setColor(QPalette::WindowText, kReadout);
-    lblTime_->setPalette(readout);
-    (new Surface(this, 0))->setObjectName(QStringLiteral("fraSong"));
+    (new Surface(this))->setObjectName(QStringLiteral("fraSong"));
     AddLabel("lblSong", Qt::AlignLeft | Qt::AlignVCenter)->setText(QStringLiteral("Music"));
     using editor::Editor;
     mmSong_ = {AddButton("mmSong_prev", TransportIcon::Previous, &Editor::mmSong_PrevClick),
                AddButton("mmSong_play", TransportIcon::Play, &Editor::mmSong_PlayClick),
                AddButton("mmSong_pause", TransportIcon::Pause, &Editor::mmSong_PauseClick),
                AddButton("mmSong_stop", TransportIcon::Stop, &Editor::mmSong_StopClick)};
-    (new Surface(this, 0))->setObjectName(QStringLiteral("fraEditing"));
+    (new Surface(this))->setObjectName(QStringLiteral("fraEditing"));
     AddLabel("lblEditing", Qt::AlignLeft | Qt::AlignVCenter)->setText(QStringLiteral("Editing"));
     mmEditing_ = {
         AddButton("mmEditing_play", TransportIcon::Listen, &Editor::mmEditing_PlayClick),
@@ -188,14 +185,14 @@ void frmFountain::BuildTransport()
         AddButton("mmEditing_prev", TransportIcon::PreviousMark, nullptr),
         AddButton("mmEditing_next", TransportIcon::NextMark, nullptr),
         AddButton("mmEditing_clear", TransportIcon::ClearMarks, &Editor::mmEditing_ClearClick)};
+    (new Surface(this))->setObjectName(QStringLiteral("fraTime"));
+    BuildTimeSpinners();
     lblABCodes_ = AddLabel("lblABCodes", Qt::AlignLeft | Qt::AlignVCenter);
     lblABCodes_->hide();
 }
 
 void frmFountain::BuildStatus()
 {
-    fraControls_ = new Surface(this, 8);
-    fraControls_->setObjectName(QStringLiteral("fraControls"));
     lblControlFile_ = AddLabel("lblControlFile", Qt::AlignLeft | Qt::AlignVCenter);
     lblMusic_ = AddLabel("lblMusic", Qt::AlignLeft | Qt::AlignVCenter);
     lblCounts_ = AddLabel("lblCounts", Qt::AlignRight | Qt::AlignVCenter);
@@ -214,6 +211,11 @@ void frmFountain::DescribeControls()
         Q_ASSERT_X(widget, "frmFountain", control.name);
         widget->setAccessibleName(QString::fromLatin1(control.accessibleName));
         widget->setToolTip(QString::fromLatin1(control.toolTip));
+        if (widget == fraControls_) {
+            for (QWidget* panelWidget : fraControls_->TabOrder())
+                setTabOrder(std::exchange(before, panelWidget), panelWidget);
+            continue;
+        }
         if ((widget->focusPolicy() & Qt::TabFocus) == 0)
             continue;
         setTabOrder(before, widget);
@@ -263,6 +265,7 @@ void frmFountain::FitForm()
         }
     }
     PlaceView(scale);
+    fraControls_->Fit(scale);
     Refresh();
 }
 
@@ -293,6 +296,8 @@ void frmFountain::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), kForm);
     const fountain::ScaleFactors scale = fountain::FitToScreen(width(), height());
+    if (pendingShown_)
+        PaintChangedMark(painter, Scaled({8, 726, 9, 9}, scale));
     const QRect strip = Scaled({0, 742, 1024, 26}, scale);
     painter.fillRect(strip, kStrip);
     painter.fillRect(QRect(strip.left(), strip.top(), strip.width(), 1), kEdge);
@@ -300,8 +305,9 @@ void frmFountain::paintEvent(QPaintEvent*)
 
 void frmFountain::closeEvent(QCloseEvent* event)
 {
-    if (editor_.Playback().SnippetPlays()) {
+    if (editor_.Playback().SnippetPlays() || !editor_.QueryUnload()) {
         event->ignore();
+        Refresh();
         return;
     }
     editor_.mmEditing_ClearClick();

@@ -9,9 +9,11 @@
 #include <vector>
 
 #include "editor/editor.h"
+#include "ui/control_panel.h"
 #include "ui/design_form.h"
 #include "ui/legends_frame.h"
 #include "ui/position_bar.h"
+#include "ui/time_spinner.h"
 #include "ui/timer_driver.h"
 #include "ui/transport_button.h"
 #include "ui/view_widget.h"
@@ -56,6 +58,8 @@ class frmFountain final : public QWidget {
     void BuildView();
     void BuildTransport();
     void BuildStatus();
+    void BuildPanel();
+    void BuildTimeSpinners();
     void DescribeControls();
 
     void FitForm();
@@ -69,6 +73,9 @@ class frmFountain final : public QWidget {
     void mnuDisplayAction_Click(int item);
 
     bool MoveByKey(int key);
+    bool LagsBehind(const QKeyEvent& key);
+    void StepTime(int field, int direction);
+    void TypeTime(int field, int value);
     void TogglePlaying();
     void Transact(const std::function<void()>& operation);
     void Enable(QWidget* widget, bool enabled);
@@ -77,6 +84,9 @@ class frmFountain final : public QWidget {
     void RefreshMenus();
     void RefreshView();
     void RefreshTexts();
+    void RefreshPanel();
+    void RefreshReadout();
+    void RefreshTitle();
     void ShowText(QLabel* label, const char* name, const QString& text,
                   Qt::TextElideMode cut = Qt::ElideNone);
     [[nodiscard]] QString MusicText() const;
@@ -96,7 +106,10 @@ class frmFountain final : public QWidget {
     QLabel* lblControlFile_ = nullptr;
     QLabel* lblMusic_ = nullptr;
     QLabel* lblCounts_ = nullptr;
-    QWidget* fraControls_ = nullptr;
+    ControlPanel* fraControls_ = nullptr;
+    QLabel* lblStored_ = nullptr;
+    QLabel* lblPending_ = nullptr;
+    std::array<TimeSpinner*, 3> updnTime_{};
     QWidget* cmdFocus_ = nullptr;
     std::array<TransportButton*, 4> mmSong_{};
     std::array<TransportButton*, 5> mmEditing_{};
@@ -104,6 +117,8 @@ class frmFountain final : public QWidget {
     std::optional<timeline::Transport> shownTransport_;
     bool musicPending_ = false;
     bool painted_ = false;
+    bool behind_ = false;         // a held key has not been answered on the screen yet
+    bool pendingShown_ = false;
 };
 
 }  // namespace ui

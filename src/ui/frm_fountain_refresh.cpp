@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QApplication>
 #include <QLocale>
 
 #include "document/control_file.h"
@@ -26,9 +27,11 @@ QString Counted(std::int32_t count, const char* one, const char* many)
 void frmFountain::Refresh()
 {
     RefreshTransport();
-    RefreshMenus();
     RefreshView();
     RefreshTexts();
+    RefreshPanel();
+    RefreshMenus();
+    RefreshTitle();
     driver_.Observe();
 }
 
@@ -51,12 +54,14 @@ void frmFountain::RefreshTransport()
     Enable(mmEditing_[4], transport.mmEditing.clear && stops);
     mmEditing_[4]->SetTransportIcon(stops ? TransportIcon::Stop : TransportIcon::ClearMarks);
     Enable(fraControls_, transport.fraControlsEnabled);
+    for (TimeSpinner* spinner : updnTime_)
+        Enable(spinner, transport.updnTimeEnabled);
 }
 
 // The focus does not stay on, or wander off, a control that can no longer be used.
 void frmFountain::Enable(QWidget* widget, bool enabled)
 {
-    if (!enabled && widget->hasFocus())
+    if (!enabled && (widget->hasFocus() || widget->isAncestorOf(QApplication::focusWidget())))
         cmdFocus_->setFocus();
     widget->setEnabled(enabled);
 }
@@ -69,6 +74,9 @@ void frmFountain::RefreshMenus()
                 Menus()[menu].items[item].works &&
                 editor_.Transport().ItemEnabled(static_cast<timeline::Menu>(menu),
                                                 static_cast<int>(item)));
+    // What is pending makes the show worth saving, though it is written only on the way.
+    if (pendingShown_)
+        actions_[timeline::kFileMenu][kSaveItem]->setEnabled(true);
     const fountain::DisplayOptions& options = editor_.DisplayOptions();
     const std::vector<QAction*>& display = actions_[timeline::kDisplayMenu];
     display[editor::kLegendsItem]->setChecked(options.Legends);
@@ -90,7 +98,7 @@ void frmFountain::RefreshView()
 void frmFountain::RefreshTexts()
 {
     const document::Choreography& choreography = editor_.Choreography();
-    ShowText(lblTime_, "Current time", QString::fromStdString(editor_.Timeline().lblTime()));
+    RefreshReadout();
     ShowText(lblABCodes_, "Commands at this time",
              QString::fromStdString(editor_.Timeline().lblABCodes()).trimmed());
     ShowText(lblControlFile_, "Control file",
@@ -99,11 +107,18 @@ void frmFountain::RefreshTexts()
     ShowText(lblCounts_, "Contents",
              Counted(choreography.intTimeCount[1], "time", "times") + QStringLiteral(", ") +
                  Counted(choreography.intCommandCount[1], "command", "commands"));
+}
+
+void frmFountain::RefreshTitle()
+{
+    const document::Choreography& choreography = editor_.Choreography();
     const QString show = QString::fromStdString(choreography.fileName.stem().string());
     const QString caption = QString::fromLatin1(kCaption);
-    const QString title = show.isEmpty() ? caption : show + QStringLiteral(" \u2013 ") + caption;
+    const QString title = show.isEmpty() ? caption + QStringLiteral("[*]")
+                                         : show + QStringLiteral("[*] \u2013 ") + caption;
     if (windowTitle() != title)
         setWindowTitle(title);
+    setWindowModified(choreography.blnChanged || pendingShown_);
 }
 
 QString frmFountain::MusicText() const

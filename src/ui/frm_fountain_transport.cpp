@@ -50,12 +50,33 @@ bool frmFountain::eventFilter(QObject* watched, QEvent* event)
         return false;
     if (editor_.Playback().SnippetPlays() && IsInput(event->type()))
         return true;
+    if (watched == lblTime_ && event->type() == QEvent::MouseButtonPress &&
+        static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
+        editor_.lblTime_RightClick();
+        Refresh();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget() != nullptr ||
         static_cast<QWidget*>(watched)->window() != this)
         return false;
     const auto* key = static_cast<QKeyEvent*>(event);
+    if (LagsBehind(*key))
+        return true;
     const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     return plain && MoveByKey(key->key());
+}
+
+// A held key that repeats faster than the window can follow is answered once in a while, never
+// later than it is released.
+bool frmFountain::LagsBehind(const QKeyEvent& key)
+{
+    if (!key.isAutoRepeat() || key.key() < Qt::Key_Home || key.key() > Qt::Key_PageDown)
+        return false;
+    if (behind_)
+        return true;
+    behind_ = true;
+    QTimer::singleShot(0, this, [this] { behind_ = false; });
+    return false;
 }
 
 bool frmFountain::MoveByKey(int key)
@@ -133,8 +154,12 @@ void frmFountain::TogglePlaying()
 
 void frmFountain::mnuFileAction_Click(int item)
 {
-    if (item == kExitItem)
+    if (item == kExitItem) {
         close();
+    } else if (item == kSaveItem) {
+        editor_.Save();
+        Refresh();
+    }
 }
 
 void frmFountain::mnuDisplayAction_Click(int item)

@@ -10,7 +10,7 @@ constexpr std::array kFile = std::to_array<MenuItem>({
     {"&New"},
     {"&Open..."},
     kSeparator,
-    {"&Save"},
+    {.caption = "&Save", .works = true, .shortcut = "Ctrl+S"},
     {"Save &As..."},
     {"&Undo All"},
     kSeparator,

@@ -9,6 +9,7 @@ struct MenuItem {
     const char* caption;  ///< null for a separator
     bool works = false;   ///< it has its job already
     bool checkable = false;
+    const char* shortcut = "";
 };
 
 struct MenuEntry {
@@ -21,6 +22,7 @@ struct MenuEntry {
 /// File, Display and Help, in the order of `timeline::Menu`.
 [[nodiscard]] std::span<const MenuEntry> Menus();
 
+inline constexpr int kSaveItem = 3;
 inline constexpr int kExitItem = 9;
 
 }  // namespace ui

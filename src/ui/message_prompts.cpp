@@ -3,19 +3,28 @@
 #include <QMessageBox>
 
 namespace ui {
+namespace {
+
+QString CaptionOf(const QWidget* window)
+{
+    return window != nullptr ? window->windowTitle().remove(QStringLiteral("[*]")) : QString();
+}
+
+}  // namespace
 
 void MessagePrompts::Warn(const std::string& text)
 {
-    const QString title = window_ != nullptr ? window_->windowTitle() : QString();
-    QMessageBox box(QMessageBox::Warning, title, QString::fromStdString(text), QMessageBox::Ok,
-                    window_);
+    QMessageBox box(QMessageBox::Warning, CaptionOf(window_), QString::fromStdString(text),
+                    QMessageBox::Ok, window_);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
 bool MessagePrompts::Ask(const std::string& text, const std::string& title)
 {
-    QMessageBox box(QMessageBox::Question, QString::fromStdString(title),
+    const bool untitled = title.empty();
+    QMessageBox box(untitled ? QMessageBox::Warning : QMessageBox::Question,
+                    untitled ? CaptionOf(window_) : QString::fromStdString(title),
                     QString::fromStdString(text), QMessageBox::Yes | QMessageBox::No, window_);
     box.setDefaultButton(QMessageBox::No);
     box.setTextFormat(Qt::PlainText);

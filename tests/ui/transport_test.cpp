@@ -328,6 +328,10 @@ void TransportTest::closingStopsEverything()
         studio.editor.MoveTo(4'000);
         studio.Press(Qt::Key_Space);
         studio.Play(100);
+        if (music == Music::Open) {
+            QVERIFY(!studio.window.close());
+            studio.Press(Qt::Key_MediaStop);
+        }
         QVERIFY(studio.window.close());
         QCOMPARE(studio.player.Mode(), PlayerMode::NotReady);
         QCOMPARE(studio.RunningTimers(), 0);
