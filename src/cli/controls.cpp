@@ -88,7 +88,7 @@ bool ClickLabel(Editor& editor, const ControlEntry& entry, int index, int)
 bool PressTime(Editor& editor, const ControlEntry&, int index, int amount)
 {
     const auto field = static_cast<timeline::TimeField>(index);
-    amount > 0 ? editor.StepUp(field, {}) : editor.StepDown(field, {});
+    amount > 0 ? editor.StepTimeUp(field, 1) : editor.StepTimeDown(field, 1);
     return true;
 }
 
@@ -122,6 +122,16 @@ bool ClickDisplayItem(Editor& editor, const ControlEntry&, int index, int)
     return true;
 }
 
+// Of the File menu, Save is the one entry that needs no dialog.
+bool ClickFileItem(Editor& editor, const ControlEntry&, int index, int)
+{
+    constexpr int kSave = 3;
+    if (index != kSave)
+        return false;
+    editor.Save();
+    return true;
+}
+
 // The window's own business: dialogs, help, and panels that the command line does not open.
 bool NotHere(Editor&, const ControlEntry&, int, int)
 {
@@ -142,19 +152,19 @@ constexpr ControlEntry kOthers[] = {
     {"updnTime",          0,  2, TimeEnabled,                           nullptr, PressTime,       nullptr,          nullptr},
     {"updnShiftTime",     0,  2, Never,                                 nullptr, NotHere,         nullptr,          nullptr},
     {"cmdShift",          0,  1, Never,                                 nullptr, nullptr,         NotHere,          nullptr},
-    {"lblTime",           0,  0, TimeEnabled,                           nullptr, nullptr,         NotHere,          NotHere},
-    {"mnuFileAction",     0,  9, ItemEnabled<timeline::kFileMenu>,      nullptr, nullptr,         NotHere,          nullptr},
+    {"lblTime",           0,  0, TimeEnabled,                           nullptr, nullptr,         NotHere,          ClickSingle<&Editor::lblTime_RightClick>},
+    {"mnuFileAction",     0,  9, ItemEnabled<timeline::kFileMenu>,      nullptr, nullptr,         ClickFileItem,    nullptr},
     {"mnuDisplayAction",  0,  5, ItemEnabled<timeline::kDisplayMenu>,   nullptr, nullptr,         ClickDisplayItem, nullptr},
     {"mnuHelpAction",     0,  3, ItemEnabled<timeline::kHelpMenu>,      nullptr, nullptr,         NotHere,          nullptr},
-    {"mmSong_Prev",       0,  0, SongEnabled<&SongButtons::prev>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_PrevClick>, nullptr},
-    {"mmSong_Play",       0,  0, SongEnabled<&SongButtons::play>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_PlayClick>, nullptr},
-    {"mmSong_Pause",      0,  0, SongEnabled<&SongButtons::pause>,      nullptr, nullptr,         ClickSingle<&Editor::mmSong_PauseClick>, nullptr},
-    {"mmSong_Stop",       0,  0, SongEnabled<&SongButtons::stop>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_StopClick>, nullptr},
-    {"mmEditing_Play",    0,  0, EditingEnabled<&EditingButtons::play>, nullptr, nullptr,         ClickSingle<&Editor::mmEditing_PlayClick>, nullptr},
-    {"mmEditing_Add",     0,  0, EditingEnabled<&EditingButtons::add>,  nullptr, nullptr,         NotHere,          nullptr},
-    {"mmEditing_Prev",    0,  0, EditingEnabled<&EditingButtons::prev>, nullptr, nullptr,         NotHere,          nullptr},
-    {"mmEditing_Next",    0,  0, EditingEnabled<&EditingButtons::next>, nullptr, nullptr,         NotHere,          nullptr},
-    {"mmEditing_Clear",   0,  0, EditingEnabled<&EditingButtons::clear>,nullptr, nullptr,         ClickSingle<&Editor::mmEditing_ClearClick>, nullptr},
+    {"mmSong_prev",       0,  0, SongEnabled<&SongButtons::prev>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_PrevClick>, nullptr},
+    {"mmSong_play",       0,  0, SongEnabled<&SongButtons::play>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_PlayClick>, nullptr},
+    {"mmSong_pause",      0,  0, SongEnabled<&SongButtons::pause>,      nullptr, nullptr,         ClickSingle<&Editor::mmSong_PauseClick>, nullptr},
+    {"mmSong_stop",       0,  0, SongEnabled<&SongButtons::stop>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_StopClick>, nullptr},
+    {"mmEditing_play",    0,  0, EditingEnabled<&EditingButtons::play>, nullptr, nullptr,         ClickSingle<&Editor::mmEditing_PlayClick>, nullptr},
+    {"mmEditing_add",     0,  0, EditingEnabled<&EditingButtons::add>,  nullptr, nullptr,         NotHere,          nullptr},
+    {"mmEditing_prev",    0,  0, EditingEnabled<&EditingButtons::prev>, nullptr, nullptr,         NotHere,          nullptr},
+    {"mmEditing_next",    0,  0, EditingEnabled<&EditingButtons::next>, nullptr, nullptr,         NotHere,          nullptr},
+    {"mmEditing_clear",   0,  0, EditingEnabled<&EditingButtons::clear>,nullptr, nullptr,         ClickSingle<&Editor::mmEditing_ClearClick>, nullptr},
 };
 // clang-format on
 
@@ -258,6 +268,8 @@ std::string Operate(Editor& editor, Control control, Operation operation, int am
     const ControlEntry::Handler handler = HandlerOf(entry, operation);
     if (handler == NotHere)
         return NameOf(control) + " cannot be used from the command line yet";
+    if (entry.name == "mnuFileAction")
+        editor.mnuFile_Click();  // an item is reached through its menu, which commits as it opens
     const bool spin = operation == Operation::Spin;
     const int presses = spin ? std::abs(amount) : 1;
     const int argument = spin ? (amount < 0 ? -1 : 1) : amount;

@@ -77,10 +77,10 @@ Json Document(const document::Choreography& choreography)
             {"lastSlot", choreography.lngLastSlot()}};
 }
 
-// The command-step mode and the shift panel are the window's alone so far.
+// The shift panel is not there yet.
 Json Modes(const editor::Editor& editor)
 {
-    return {{"commandStep", false},
+    return {{"commandStep", editor.CommandStepMode()},
             {"erase", editor.EraseMode()},
             {"shift", false},
             {"playing", editor.Playback().Playing()}};

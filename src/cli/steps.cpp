@@ -106,7 +106,7 @@ std::string PerformKey(editor::Editor& editor, Key key)
 std::string PerformPlay(Show& show, std::int32_t time)
 {
     if (!show.Editor().Transport().mmEditing.play)
-        return "mmEditing_Play is disabled";
+        return "mmEditing_play is disabled";
     show.Clock().PlayUpTo(time);
     return {};
 }
