@@ -260,7 +260,7 @@ QRect PanelStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
         case SC_SpinBoxDown:
             return {left, all.top() + half, wide, all.height() - half};
         case SC_SpinBoxEditField:
-            return all.adjusted(3, 2, -wide, -2);
+            return all.adjusted(3, 1, -wide, -1);
         default:
             return all;
     }

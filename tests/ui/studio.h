@@ -22,10 +22,18 @@ inline constexpr const char* kShow =
     "00:12.0099-000 001-017 002-017 003-017 004-017 005-017 006-017 007-018 017-001 018-002 "
     "019-004\r\n";
 
+/// Answers every question alike, and remembers them as "title: text".
 class Answers final : public editor::Prompts {
  public:
+    bool yes = true;
+    QStringList asked;
+
     void Warn(const std::string&) override {}
-    [[nodiscard]] bool Ask(const std::string&, const std::string&) override { return true; }
+    [[nodiscard]] bool Ask(const std::string& text, const std::string& title) override
+    {
+        asked << QString::fromStdString(title + ": " + text);
+        return yes;
+    }
 };
 
 enum class Music { None, Open };
@@ -71,7 +79,20 @@ class Studio {
         QWidget* focus = QApplication::focusWidget();
         QTest::keyClick(focus != nullptr ? focus : &window, key);
     }
+    /// Presses a key in a control, as often as told.
+    void PressIn(const char* name, Qt::Key key, int times = 1)
+    {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(Find(name), key);
+    }
     void Choose(const char* action) { Find<QAction>(action)->trigger(); }
+
+    /// What the show's file holds now.
+    [[nodiscard]] QString Saved() const
+    {
+        QFile file(folder_.filePath(QStringLiteral("Gala.ctl")));
+        return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
+    }
 
     [[nodiscard]] QString Text(const char* label) { return Find<QLabel>(label)->text(); }
 
