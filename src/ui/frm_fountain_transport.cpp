@@ -4,6 +4,7 @@
 
 #include "ui/frm_fountain.h"
 #include "ui/menus.h"
+#include "ui/print_preview.h"
 
 namespace ui {
 namespace {
@@ -154,7 +155,10 @@ void frmFountain::TogglePlaying()
 
 void frmFountain::mnuFileAction_Click(int item)
 {
-    if (item == kExitItem) {
+    if (item == kPrintItem) {
+        Transact([this] { editor_.mnuFile_Click(); });
+        PrintShow(editor_.Choreography(), this);
+    } else if (item == kExitItem) {
         close();
     } else if (item == kSaveItem) {
         editor_.Save();

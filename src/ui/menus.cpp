@@ -14,7 +14,7 @@ constexpr std::array kFile = std::to_array<MenuItem>({
     {"Save &As..."},
     {"&Undo All"},
     kSeparator,
-    {"&Print"},
+    {.caption = "&Print", .works = true, .shortcut = "Ctrl+P"},
     kSeparator,
     {.caption = "E&xit", .works = true},
 });

@@ -23,6 +23,7 @@ struct MenuEntry {
 [[nodiscard]] std::span<const MenuEntry> Menus();
 
 inline constexpr int kSaveItem = 3;
+inline constexpr int kPrintItem = 7;
 inline constexpr int kExitItem = 9;
 
 }  // namespace ui
