@@ -47,7 +47,7 @@ class Editor : private timeline::PanelCommitter {
     void OpenShow(const std::filesystem::path& base);
     /// The two halves of `OpenShow`, for a start that paints its window in between.
     void OpenControlFile(const std::filesystem::path& base);
-    void OpenMusicOf(const std::filesystem::path& base);
+    void OpenMusicOf(const std::filesystem::path& name);
     /// The control file alone, under its full name.
     void ReadControlFile(const std::filesystem::path& name);
     /// The music alone, like its control file; a missing or broken one leaves the player closed.

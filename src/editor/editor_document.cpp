@@ -115,7 +115,7 @@ std::string Editor::PendingText() const
     const auto stored = CommandsOf(timeline_.StoredCommands());
     const auto composed = CommandsOf(panel::ComposeCommands(
         choreography_, time, copy, fountain_.tmrLights.Interval(), *before_));
-    const std::string written = Sentences(Without(composed, stored));
+    std::string written = Sentences(Without(composed, stored));
     const std::string removed = Sentences(Without(stored, composed));
     if (removed.empty())
         return written;

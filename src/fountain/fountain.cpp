@@ -80,6 +80,34 @@ void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& li
             if (data & 32)
                 data & 64 ? DrawPeacock(level) : DrawCurtain(1, level);
             break;
+        case Device::SweepMotion:
+            ApplySweepMotion(rule.index == 1, data);
+            break;
+        case Device::MultiValve:
+            ApplyMultiValve(data);
+            break;
+        case Device::Voice:
+            DrawVoice(data >= 1);
+            break;
+        case Device::SweepPulsation:
+            ApplyPulsation(data);
+            break;
+        case Device::Copy:
+            ApplyCopy(data);
+            break;
+        case Device::Reset:
+            ResetDevices(listener);
+            break;
+        default:
+            ApplyLightCommand(address, data);
+            break;
+    }
+}
+
+void Fountain::ApplyLightCommand(std::uint8_t address, int data)
+{
+    const CommandRule& rule = RuleFor(address);
+    switch (rule.device) {
         case Device::WhiteLights:
             ApplyWhiteLights(data);
             break;
@@ -92,26 +120,11 @@ void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& li
         case Device::PeacockLights:
             SetPeacockLights(rule.index, data & 7);
             break;
-        case Device::SweepMotion:
-            ApplySweepMotion(rule.index == 1, data);
-            break;
-        case Device::MultiValve:
-            ApplyMultiValve(data);
-            break;
         case Device::GroupLights:
             if (rule.index != kGroupB)
                 SetGroupLights(kGroupA, data & kLampBits);
             if (rule.index != kGroupA)
                 SetGroupLights(kGroupB, data & kLampBits);
-            break;
-        case Device::Voice:
-            DrawVoice(data >= 1);
-            break;
-        case Device::SweepPulsation:
-            ApplyPulsation(data);
-            break;
-        case Device::Copy:
-            ApplyCopy(data);
             break;
         case Device::LightMovement:
             ApplyLightMovement(data);
@@ -120,10 +133,7 @@ void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& li
             state_.mintLightTimer = static_cast<std::int16_t>(data * 100);
             tmrLights.SetInterval(state_.mintLightTimer);
             break;
-        case Device::Reset:
-            ResetDevices(listener);
-            break;
-        case Device::Unknown:
+        default:
             break;
     }
 }

@@ -75,6 +75,7 @@ class Fountain {
 
  private:
     void ApplyCommand(std::uint8_t address, int data, FountainListener& listener);
+    void ApplyLightCommand(std::uint8_t address, int data);
     void ApplyJoinable(std::uint8_t address, int data);
     void ApplyMultiValve(int data);
     void ApplyWhiteLights(int data);

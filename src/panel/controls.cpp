@@ -9,8 +9,6 @@
 namespace panel {
 namespace {
 
-using fountain::Fountain;
-
 constexpr int kShortTravel = 1;
 constexpr int kLongTravel = 3;
 constexpr int kFirstPeacockA = 36;
