@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTimer>
 
@@ -80,15 +81,21 @@ void CancelAtOnce()
     When<ui::frmPrint>([](ui::frmPrint& form) { Click(form, "cmdCancel"); });
 }
 
+QString Output(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0)
+        return {};
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
 /// The lines of a PDF file without their runs of blanks, but for the dates; a page a list.
 QList<QStringList> PagesOf(const QString& file)
 {
-    QProcess reader;
-    reader.start(QStringLiteral("pdftotext"),
-                 {QStringLiteral("-layout"), file, QStringLiteral("-")});
-    if (!reader.waitForFinished() || reader.exitCode() != 0)
-        return {};
-    QStringList pages = QString::fromUtf8(reader.readAllStandardOutput()).split(QLatin1Char('\f'));
+    QStringList pages =
+        Output(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")})
+            .split(QLatin1Char('\f'));
     pages.removeLast();
     QList<QStringList> lines;
     for (const QString& page : pages) {
@@ -98,6 +105,18 @@ QList<QStringList> PagesOf(const QString& file)
                 lines.back() << line.simplified();
     }
     return lines;
+}
+
+/// What stands in bold in a PDF file, but for the header.
+QStringList BoldLines(const QString& file)
+{
+    QStringList lines;
+    const QString text = Output(QStringLiteral("pdftohtml"),
+                                {QStringLiteral("-xml"), QStringLiteral("-stdout"), file});
+    static const QRegularExpression kBold(QStringLiteral("<b>(.*)</b>"));
+    for (auto match = kBold.globalMatch(text); match.hasNext();)
+        lines << match.next().captured(1).simplified();
+    return lines.mid(3);
 }
 
 /// The lines of the script itself, which come in the order of the show whatever the page.
@@ -121,6 +140,7 @@ class PrintTest : public QObject {
     void menuOpensThePreview();
     void nothingIsPrintedOfNothing();
     void fileHoldsWhatWasSetLast();
+    void twelfthCommandIsBold();
     void controlFileIsNotWrittenOver();
     void suggestsAFileBesideTheShow();
     void previewTurnsAndZooms();
@@ -209,6 +229,24 @@ void PrintTest::fileHoldsWhatWasSetLast()
         QString::fromStdString(timeline::ScriptText(studio.editor.Choreography()));
     QVERIFY(script.contains("00:20.0"));
     QCOMPARE(pages[0].mid(2), ScriptLines(script));
+}
+
+void PrintTest::twelfthCommandIsBold()
+{
+    document::Choreography show;
+    document::Commands commands;
+    for (char number = 1; number <= 13; ++number)
+        commands += {'\0', number};  // numbers on the operator display
+    document::InsertSlot(show, 0, 0, commands);
+    const QStringList bold{"000-012 Display 0C on operator panel",
+                           "000-013 Display 0D on operator panel"};
+
+    QCOMPARE(ui::PrintToPdf(show, File("file.pdf"), nullptr), PrintOutcome::Printed);
+    QCOMPARE(BoldLines(File("file.pdf")), bold);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFileName(File("paper.pdf"));
+    QCOMPARE(ui::PrintToPrinter(show, printer, nullptr), PrintOutcome::Printed);
+    QCOMPARE(BoldLines(File("paper.pdf")), bold);
 }
 
 void PrintTest::controlFileIsNotWrittenOver()
