@@ -353,6 +353,8 @@ void ControlPanel::Fit(fountain::ScaleFactors scale)
     for (const Item& item : items_) {
         item.widget->setGeometry(Scaled(item.control->place, scale).translated(-corner));
         item.widget->setFont(FontFor(*item.control, factor));
+        if (item.control->kind == PanelKind::Target)
+            item.widget->setContentsMargins(static_cast<int>(kTargetMargin * scale.x), 0, 0, 0);
     }
 }
 

@@ -6,7 +6,6 @@ namespace ui {
 namespace {
 
 constexpr double kHeight = 20.5;
-constexpr double kTargetMargin = 3;
 constexpr int kHeadingFont = 11;
 
 }  // namespace

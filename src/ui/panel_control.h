@@ -39,6 +39,8 @@ struct PanelControl {
 /// Everything stands on nine lines, and in the columns of its group.
 inline constexpr double kPanelTop = 492;
 inline constexpr double kPanelPitch = 22.5;
+/// What a target has at the left of its text, so that it stands out when it is a button.
+inline constexpr double kTargetMargin = 3;
 
 /// A place on a line of the panel, all in design pixels.
 [[nodiscard]] QRectF OnLine(double line, double x, double width);

@@ -216,7 +216,7 @@ void PanelButton::PaintCaption(QPainter& painter) const
     painter.setPen(Ink());
     const bool name = face_ == Face::Target;
     painter.drawText(
-        name ? rect().adjusted(height() * 3 / 20, 0, -1, 0) : rect(),
+        name ? contentsRect() : rect(),
         (name ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter | Qt::TextWordWrap, text());
 }
 
@@ -344,6 +344,8 @@ void PanelSpinBox::stepBy(int steps)
     interpretText();
     for (int i = 0; i < std::abs(steps); ++i)
         emit Stepped(steps > 0 ? 1 : -1);
+    if (hasFocus())
+        selectAll();  // a number that is typed now takes the place of this one
 }
 
 // One step for every key, so that a held key steps as fast as it repeats and stops with it.
