@@ -117,7 +117,7 @@ class frmFountain final : public QWidget {
     std::optional<timeline::Transport> shownTransport_;
     bool musicPending_ = false;
     bool painted_ = false;
-    bool behind_ = false;         // a held key has not been answered on the screen yet
+    bool behind_ = false;  // a held key has not been answered on the screen yet
     bool pendingShown_ = false;
 };
 

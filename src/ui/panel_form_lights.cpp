@@ -58,9 +58,8 @@ void AddModuleLamps(PanelRows& rows)
 void AddGroupLamps(PanelRows& rows)
 {
     constexpr double kPitch = 34;
-    PanelControl& title =
-        rows.Target(19, "Group Lights", OnLine(0, kGroupLamps, 2 * kPitch + 4),
-                    "commands 049 to 051");
+    PanelControl& title = rows.Target(19, "Group Lights", OnLine(0, kGroupLamps, 2 * kPitch + 4),
+                                      "commands 049 to 051");
     title.bold = true;
     title.font = 11;
     for (int group = 0; group <= 1; ++group) {
