@@ -239,8 +239,9 @@ Parsed<Control> FindControl(std::string_view name)
     if (!entry->IsArray())
         return {std::nullopt,
                 given + ": expected " + std::string(entry->name) + " without an index"};
-    const auto index = ParseNumber(name.substr(bar + 1));
-    if (!index || *index < entry->first || *index > entry->last)
+    const std::string_view digits = name.substr(bar + 1);
+    const auto index = ParseNumber(digits);
+    if (!index || digits != std::to_string(*index) || *index < entry->first || *index > entry->last)
         return {std::nullopt, given + ": expected an index from " + Indices(*entry)};
     return {Control{entry, *index}, {}};
 }
@@ -277,7 +278,9 @@ std::string Operate(Editor& editor, Control control, Operation operation, int am
         if (!entry.enabled(editor, control.index))
             return NameOf(control) + " is disabled";
         if (!handler(editor, entry, control.index, argument))
-            return NameOf(control) + " does nothing";
+            return NameOf(control) + (entry.name == "mnuFileAction"
+                                          ? " cannot be used from the command line yet"
+                                          : " does nothing");
     }
     return {};
 }

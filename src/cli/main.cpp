@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <functional>
 #include <string_view>
 
@@ -11,6 +12,26 @@ namespace {
 
 constexpr std::string_view kSubcommands =
     "check, convert, describe, script, state, edit, frame or diff";
+
+// Where an option takes several values the argument parser would take a name in brackets, "[a,b]",
+// for a list of them. A mark behind it keeps it whole.
+constexpr char kWholeMark = '\1';
+
+std::vector<std::string> Marked(std::vector<std::string> arguments)
+{
+    for (std::string& argument : arguments)
+        if (argument.starts_with('[') && argument.ends_with(']'))
+            argument += kWholeMark;
+    return arguments;
+}
+
+std::vector<std::string> Unmarked(std::vector<std::string> arguments)
+{
+    for (std::string& argument : arguments)
+        if (argument.ends_with(kWholeMark))
+            argument.pop_back();
+    return arguments;
+}
 
 /// The program's arguments as they are declared, and what is to be run when they are good.
 class Arguments {
@@ -74,7 +95,10 @@ void Arguments::AddCheck()
     command->add_flag("--strict", check_.strict, "Exit with 1 for warnings too");
     command->add_flag("--music", check_.music,
                       "Also look for times behind the end of the music beside the file");
-    command->callback([this] { run_ = [this](int, char**) { return RunCheck(check_); }; });
+    command->callback([this] {
+        check_.files = Unmarked(check_.files);
+        run_ = [this](int, char**) { return RunCheck(check_); };
+    });
 }
 
 void Arguments::AddFileCommands()
@@ -88,7 +112,8 @@ void Arguments::AddFileCommands()
     CLI::App* describe =
         Add("describe", "Say commands in English, one sentence a line", "003-020 099-000");
     describe->add_option("AAA-DDD", words_, "Commands; without any, standard input is read");
-    describe->callback([this] { run_ = [this](int, char**) { return RunDescribe(words_); }; });
+    describe->callback(
+        [this] { run_ = [this](int, char**) { return RunDescribe(Unmarked(words_)); }; });
 
     CLI::App* diff =
         Add("diff", "Say what changed between two choreographies", "show.001 show.ctl");
@@ -204,8 +229,12 @@ int Arguments::Run(int argc, char** argv)
     if (!Knows(first))
         return Fail((first.empty() ? first : '"' + first + "\": ") +
                     "expected a subcommand: " + std::string(kSubcommands));
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (first == "check" || first == "describe")
+        arguments = Marked(std::move(arguments));
+    std::ranges::reverse(arguments);  // as the parser takes them
     try {
-        app_.parse(argc, argv);
+        app_.parse(std::move(arguments));
     } catch (const CLI::CallForHelp&) {
         Print(app_.help());
         return Finished(kSuccess);
@@ -223,5 +252,7 @@ int Arguments::Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // A file that grows beyond the limit is a write that fails, and is told as one.
+    std::signal(SIGXFSZ, SIG_IGN);
     return cli::Arguments().Run(argc, argv);
 }

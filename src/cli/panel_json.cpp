@@ -1,5 +1,6 @@
 #include "cli/panel_json.h"
 
+#include <cstddef>
 #include <string_view>
 
 namespace cli {
@@ -12,6 +13,26 @@ using Json = nlohmann::ordered_json;
 constexpr std::string_view kNoShiftTime = "00:00.0";
 constexpr std::string_view kNoShift = "no shifting";
 
+// Captions that never change. Those of the light movement are arrows, which no text can show.
+// clang-format off
+constexpr std::string_view kTimer = "Timer";
+constexpr std::string_view kMotion[] = {"stop", "slow", "medium", "fast",
+                                        "synchronized", "opposed"};
+constexpr std::string_view kLightMotion[] = {"", "", "", ""};
+constexpr std::string_view kCopy[] = {"A to B", "B to A", "Water", "Lights"};
+constexpr std::string_view kReset[] = {"Reset All", "Undo Changes", "Clear"};
+constexpr std::string_view kLight[] = {
+    "R", "B", "A", "W",  "R", "B", "A", "W",  "R", "B", "A", "W",  "R", "B", "A", "W",
+    "R", "B", "A", "W",  "R", "B", "A", "W",  "R", "B", "A", "W",  // the seven modules
+    "R", "B", "A", "W",  "R", "B", "A", "W",                       // Group A, Group B
+    "R", "B", "A", "Bazookas",  "R", "B", "A", "Modules",          // the peacock's groups
+    "G", "A", "Cross"};
+constexpr std::string_view kErase[] = {
+    "Erase", "Ring 1", "Ring 2", "Ring 3", "Ring 4", "Ring 5", "Sweeps", "Bazookas", "Candelabras",
+    "Front Curtain", "Back Curtain", "Peacock", "Spout", "Voice Stream and Light", "Pulsate",
+    "Sweep Motion", "Lighting Effects", "Copy Effects", "Multi-Valve", "Group Lights"};
+// clang-format on
+
 // A colour as a number has its red in the low byte.
 std::string TagText(fountain::Color color)
 {
@@ -23,20 +44,38 @@ Json Control(int index, const panel::Spinner& spinner)
     return {{"index", index}, {"value", spinner.Value}, {"tag", std::to_string(spinner.Tag)}};
 }
 
+// Its caption alone tells its value: it is never lit.
 Json Control(int index, const panel::CaptionLabel& label)
 {
-    return {{"index", index}, {"caption", label.Caption}, {"tag", label.Tag}};
+    return {{"index", index},
+            {"caption", label.Caption},
+            {"color", ColorText(fountain::kPanelOff)},
+            {"tag", label.Tag}};
 }
 
-Json Control(int index, const panel::ColorLabel& label)
+Json Control(int index, const panel::ColorLabel& label, std::string_view caption)
 {
-    return {{"index", index}, {"color", ColorText(label.BackColor)}, {"tag", TagText(label.Tag)}};
+    return {{"index", index},
+            {"caption", caption},
+            {"color", ColorText(label.BackColor)},
+            {"tag", TagText(label.Tag)}};
 }
 
 template <typename T>
 Json Controls(const T& single)
 {
     return Json::array({Control(0, single)});
+}
+
+template <int Last, std::size_t Size>
+Json Controls(const IndexedArray<panel::ColorLabel, 0, Last>& labels,
+              const std::string_view (&captions)[Size])
+{
+    static_assert(Size == Last + 1);
+    Json json = Json::array();
+    for (int index = 0; index <= Last; ++index)
+        json.push_back(Control(index, labels[index], captions[index]));
+    return json;
 }
 
 template <typename T, int First, int Last>
@@ -74,6 +113,10 @@ Json PanelJson(const panel::PanelState& panel, const std::string& readout)
     {                               \
 #name, Controls(panel.name) \
     }
+#define LABELS(name, captions)                \
+    {                                         \
+#name, Controls(panel.name, captions) \
+    }
     return {CONTROLS(updnRings),
             CONTROLS(updnSweeps),
             CONTROLS(updnCandelabra),
@@ -88,13 +131,13 @@ Json PanelJson(const panel::PanelState& panel, const std::string& readout)
             CONTROLS(lblBypass),
             CONTROLS(lblVoice),
             CONTROLS(lblSweepTravel),
-            CONTROLS(lblTimer),
-            CONTROLS(lblMotion),
-            CONTROLS(lblLightMotion),
-            CONTROLS(lblCopy),
-            CONTROLS(lblReset),
-            CONTROLS(lblLight),
-            CONTROLS(lblErase),
+            {"lblTimer", Json::array({Control(0, panel.lblTimer, kTimer)})},
+            LABELS(lblMotion, kMotion),
+            LABELS(lblLightMotion, kLightMotion),
+            LABELS(lblCopy, kCopy),
+            LABELS(lblReset, kReset),
+            LABELS(lblLight, kLight),
+            LABELS(lblErase, kErase),
             CONTROLS(lblSweepTo),
             {"lblDisplay", CaptionOnly(panel.lblDisplay.Caption)},
             {"lblTime", CaptionOnly(readout)},
@@ -102,6 +145,7 @@ Json PanelJson(const panel::PanelState& panel, const std::string& readout)
             {"lblShiftTime", CaptionOnly(kNoShiftTime)},
             {"lblShiftFactor", CaptionOnly(kNoShift)}};
 #undef CONTROLS
+#undef LABELS
 }
 
 }  // namespace cli

@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <iostream>
 #include <sstream>
 
@@ -25,6 +26,8 @@ int DescribeInput()
             Print(Sentence(*command.value));
         }
     }
+    if (std::ferror(stdin) != 0)
+        return Fail("standard input cannot be read");
     return Finished(kSuccess);
 }
 

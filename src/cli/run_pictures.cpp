@@ -1,8 +1,11 @@
 // The subcommands that paint: frame, and the script as pages.
+#include <QBuffer>
 #include <QImage>
 #include <QPainter>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
+#include <system_error>
 
 #include "cli/offscreen.h"
 #include "cli/run.h"
@@ -21,6 +24,13 @@ std::string DateNow()
     localtime_r(&now, &local);
     return timeline::ScriptDate(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
                                 local.tm_hour, local.tm_min, local.tm_sec);
+}
+
+// A picture or pages in the place of the show that they are made of would be its end.
+bool IsTheShow(const document::Choreography& choreography, const std::string& out)
+{
+    std::error_code ignored;
+    return std::filesystem::equivalent(choreography.fileName, out, ignored);
 }
 
 QImage Frame(const editor::Editor& editor, Size size)
@@ -52,6 +62,8 @@ int RunScript(const std::string& file, const std::string& pdf, int argc, char** 
         Print(timeline::ScriptText(choreography));
         return Finished(kSuccess);
     }
+    if (IsTheShow(choreography, pdf))
+        return Fail(pdf + ": expected another file than the show itself");
     const Offscreen offscreen(argc, argv);
     if (render::WriteScriptPdf(choreography, pdf, DateNow(), [] {}) != render::PdfOutcome::Written)
         return Fail(pdf + ": cannot be written");
@@ -64,9 +76,14 @@ int RunFrame(const std::string& file, std::int32_t time, const std::string& out,
     Show show;
     if (const std::string error = show.Open(file); !error.empty())
         return Fail(error);
+    if (IsTheShow(show.Editor().Choreography(), out))
+        return Fail(out + ": expected another file than the show itself");
     show.Editor().MoveTo(time);
     const Offscreen offscreen(argc, argv);
-    if (!Frame(show.Editor(), size).save(QString::fromStdString(out), "PNG"))
+    QBuffer png;
+    if (!Frame(show.Editor(), size).save(&png, "PNG"))
+        return Fail("a picture of this size does not fit the memory");
+    if (!render::WriteWholeFile(out, png.data()))
         return Fail(out + ": cannot be written");
     return kSuccess;
 }

@@ -1,10 +1,13 @@
 #include "render/script_pages.h"
 
+#include <QBuffer>
+#include <QFile>
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace render {
@@ -66,13 +69,32 @@ void ScriptPages::AbandonDocument()
     painter_.end();
 }
 
+bool WriteWholeFile(const std::filesystem::path& name, const QByteArray& content)
+{
+    const QString text = QString::fromStdString(name.string());
+    // A name that is no text would become another name.
+    if (QFile::encodeName(text) != name.c_str())
+        return false;
+    std::error_code ignored;
+    const auto kind = std::filesystem::status(name, ignored).type();
+    const bool special = kind != std::filesystem::file_type::regular &&
+                         kind != std::filesystem::file_type::not_found;
+    if (special) {
+        QFile device(text);
+        return device.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+               device.write(content) == content.size();
+    }
+    QSaveFile file(text);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
+           file.commit();
+}
+
 PdfOutcome WriteScriptPdf(const document::Choreography& choreography,
                           const std::filesystem::path& name, std::string date,
                           std::function<void()> letEventsRun)
 {
-    QSaveFile file(QString::fromStdString(name.string()));
-    if (!file.open(QIODevice::WriteOnly))
-        return PdfOutcome::Failed;
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
     bool sent = false;
     bool failed = false;
     {
@@ -89,7 +111,7 @@ PdfOutcome WriteScriptPdf(const document::Choreography& choreography,
     }
     if (!sent)
         return PdfOutcome::Cancelled;
-    return !failed && file.commit() ? PdfOutcome::Written : PdfOutcome::Failed;
+    return !failed && WriteWholeFile(name, file.data()) ? PdfOutcome::Written : PdfOutcome::Failed;
 }
 
 }  // namespace render

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QFont>
 #include <QPainter>
 #include <filesystem>
@@ -40,6 +41,10 @@ class ScriptPages final : public timeline::Printer {
     int line_ = 0;
     bool failed_ = false;
 };
+
+/// Writes a file that appears under its name only when it is whole; false when it could not be
+/// written. A device or a pipe is written to, never replaced.
+[[nodiscard]] bool WriteWholeFile(const std::filesystem::path& name, const QByteArray& content);
 
 enum class PdfOutcome { Written, Cancelled, Failed };
 
