@@ -56,6 +56,9 @@ std::string ReadChoreography(document::Choreography& choreography, const std::st
 
 std::string SaveChoreography(document::Choreography& choreography, const std::string& name)
 {
+    // The names of the streams, as /dev/stdout: a save would roll them away as a backup.
+    if (std::filesystem::path(name).parent_path() == "/dev")
+        return name + ": expected the name of a control file";
     const document::SaveReport report = document::WriteControlFile(choreography, name);
     switch (report.outcome) {
         case document::SaveOutcome::Saved:
