@@ -65,6 +65,7 @@ void Editor::OpenMusicOf(const fs::path& name)
 
 void Editor::ReadControlFile(const fs::path& name)
 {
+    before_.reset();
     lastRead_ = document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
     playback_.ResetPlayback();
 }

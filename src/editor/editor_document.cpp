@@ -92,7 +92,9 @@ bool Editor::QueryUnload()
         return false;
     if (PanelEnabled())
         CommitPanel();
-    return !choreography_.blnChanged || !ConfirmDiscard();
+    if (choreography_.blnChanged)
+        choreography_.blnChanged = ConfirmDiscard();
+    return !choreography_.blnChanged;
 }
 
 std::string Editor::StoredText() const

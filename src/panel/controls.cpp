@@ -31,17 +31,17 @@ int GroupOf(int index)
 
 void RingChanged(PanelEdit edit, int index)
 {
-    edit.fountain.DrawRing(GroupOf(index), RingOf(index), edit.panel.updnRings[index].Value);
+    edit.fountain.DrawRingJoined(GroupOf(index), RingOf(index), edit.panel.updnRings[index].Value);
 }
 
 void SweepsChanged(PanelEdit edit, int group)
 {
-    edit.fountain.DrawSweeps(group, edit.panel.updnSweeps[group].Value);
+    edit.fountain.DrawSweepsJoined(group, edit.panel.updnSweeps[group].Value);
 }
 
 void CandelabraChanged(PanelEdit edit, int group)
 {
-    edit.fountain.DrawCandelabras(group, edit.panel.updnCandelabra[group].Value);
+    edit.fountain.DrawCandelabrasJoined(group, edit.panel.updnCandelabra[group].Value);
 }
 
 void CurtainChanged(PanelEdit edit, int curtain)
@@ -50,6 +50,10 @@ void CurtainChanged(PanelEdit edit, int curtain)
     if (curtain == 1 && level > 0)
         edit.panel.updnPeacock.Value = 0;
     edit.fountain.DrawCurtain(curtain, level);
+    // The front curtain takes the peacock down in the fountain, but what is written for both has
+    // the peacock behind it and up again.
+    if (edit.panel.updnPeacock.Value > 0)
+        edit.fountain.DrawPeacock(edit.panel.updnPeacock.Value);
 }
 
 void PeacockChanged(PanelEdit edit, int)
@@ -316,6 +320,8 @@ void PressSpinner(PanelEdit edit, const SpinnerControl& control, int index, int 
         value = spinner.Min;
     else if (spinner.Wrap && value < spinner.Min)
         value = spinner.Max;
+    if (value < spinner.Min || value > spinner.Max)
+        return;
     SetSpinner(edit, control, index, value);
 }
 

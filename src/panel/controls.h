@@ -42,7 +42,7 @@ struct LabelControl {
 
 /// The spinner takes `value`, clamped to its range, and its handler runs once.
 void SetSpinner(PanelEdit edit, const SpinnerControl& control, int index, int value);
-/// One press of the spinner's up (+1) or down (-1) arrow.
+/// One press of the spinner's up (+1) or down (-1) arrow; at the end of its range it does nothing.
 void PressSpinner(PanelEdit edit, const SpinnerControl& control, int index, int direction);
 void ClickLabel(PanelEdit edit, const LabelControl& control, int index);
 

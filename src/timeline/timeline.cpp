@@ -62,6 +62,8 @@ void Timeline::RebuildState(Direction direction)
 // An anchor is a slot at or before the current time that resets the fountain.
 bool Timeline::WalkBackToAnchor()
 {
+    // Times may have been taken out since the cursor was set.
+    position_.mlngNextSlot = std::min(position_.mlngNextSlot, choreography_.lngLastSlot());
     while (position_.mlngNextSlot > 0) {
         --position_.mlngNextSlot;
         const auto slot = static_cast<std::size_t>(position_.mlngNextSlot);

@@ -1,5 +1,10 @@
 #include "editor/edit_walk.h"
 
+#include <algorithm>
+#include <array>
+#include <set>
+#include <tuple>
+
 #include "panel/controls.h"
 
 namespace testing_support {
@@ -142,8 +147,10 @@ Step RandomEdit(Random& random)
     if (random.OneIn(2)) {
         const auto& control =
             spinners[static_cast<std::size_t>(random.Below(static_cast<int>(spinners.size())))];
-        return {Step::Kind::Set, std::string(control.name),
-                control.first + random.Below(control.last - control.first + 1),
+        const int index = control.first + random.Below(control.last - control.first + 1);
+        if (random.OneIn(4))
+            return {Step::Kind::Press, std::string(control.name), index, random.OneIn(2) ? 1 : -1};
+        return {Step::Kind::Set, std::string(control.name), index,
                 random.OneIn(3) ? 0 : random.Below(8)};
     }
     if (random.OneIn(12))
@@ -158,7 +165,95 @@ Step RandomEdit(Random& random)
             control.first + random.Below(control.last - control.first + 1), 0};
 }
 
+// The keys lead to the neighbouring commands, the arrows of the time a step or, in command-step
+// mode, to a neighbour as well.
+Step RandomMove(Random& random)
+{
+    if (random.OneIn(6))
+        return {Step::Kind::Key, "", random.Below(4), 0};
+    if (random.OneIn(6))
+        return {Step::Kind::Time, "updnTime", 1 + random.Below(2), random.Below(11) - 5};
+    return {Step::Kind::Move, "", 0, 500 * random.Below(kTimes)};
+}
+
+// What a command drives, so that no other command of its time may drive it too.
+std::tuple<int, int> DeviceOf(document::Command command)
+{
+    const bool grouped = (command.address >= 1 && command.address <= 9) || command.address == 48;
+    if (grouped)
+        return {command.address, command.data & (command.address == 9 ? 112 : 48)};
+    switch (command.address) {
+        case 34:
+            return {33, 0};
+        case 41:
+            return {26, 0};
+        case 69:
+            return {69, command.data & 48};
+        default:
+            return {command.address, 0};
+    }
+}
+
+// Multi-valves set what rings and sweeps set, whites what groups set, groups what modules set.
+int Rank(int address)
+{
+    if (address == document::kResetAddress || address == document::kCopyAddress)
+        return 0;
+    if (address == 48 || address == 16)
+        return 1;
+    if (address >= 49 && address <= 51)
+        return 2;
+    return address == 69 ? 4 : 3;
+}
+
+document::Commands Composed(document::Commands commands)
+{
+    document::SplitCommands(commands);
+    std::set<std::tuple<int, int>> devices;
+    std::array<int, 9> joins{};
+    joins.fill(-1);
+    document::Commands composed;
+    for (int rank = 0; rank <= 4; ++rank)
+        for (int k = 0; k < document::CommandCount(commands); ++k) {
+            const document::Command command = document::CommandAt(commands, k);
+            const bool bothGroups = devices.contains({51, 0}) || command.address == 51;
+            const bool groups = command.address >= 49 && command.address <= 51;
+            const bool other = devices.contains({49, 0}) || devices.contains({50, 0});
+            if (Rank(command.address) != rank || (groups && bothGroups && other) ||
+                !devices.insert(DeviceOf(command)).second ||
+                (command.address == 49 && devices.contains({51, 0})) ||
+                (command.address == 50 && devices.contains({51, 0})))
+                continue;
+            int data = command.data;
+            if (command.address == 86)
+                data = std::max(data, 4);  // what the spinner can set
+            if (command.address >= 1 && command.address <= 8) {
+                int& join = joins[command.address];
+                join = join < 0 ? data & 64 : join;
+                data = (data & ~64) | join;
+            }
+            composed += static_cast<char>(command.address);
+            composed += static_cast<char>(data);
+        }
+    document::MergeCommands(composed);
+    return composed;
+}
+
 }  // namespace
+
+document::Choreography ComposedShow(Random& random)
+{
+    document::Choreography show;
+    for (int k = 0; k < kTimes; ++k) {
+        document::Commands commands = RandomCommands(random, random.Below(12));
+        if (random.OneIn(8))
+            commands.insert(0, {static_cast<char>(document::kResetAddress), '\0'});
+        commands = Composed(std::move(commands));
+        if (!commands.empty())
+            document::InsertSlot(show, show.lngLastSlot(), 500 * k, std::move(commands));
+    }
+    return show;
+}
 
 std::string TextOf(const std::vector<Step>& walk)
 {
@@ -169,9 +264,18 @@ std::string TextOf(const std::vector<Step>& walk)
             case Step::Kind::Move:
                 text += "--at " + std::to_string(step.value);
                 break;
+            case Step::Kind::Key:
+                text += std::array{"PageDown", "PageUp", "Home",
+                                   "End"}[static_cast<std::size_t>(step.index)];
+                break;
+            case Step::Kind::Save:
+                text += "save";
+                break;
             case Step::Kind::Set:
                 text += "--set " + name + '=' + std::to_string(step.value);
                 break;
+            case Step::Kind::Time:
+            case Step::Kind::Press:
             case Step::Kind::RotateTime:
                 text += "--spin " + name + '=' + std::to_string(step.value);
                 break;
@@ -191,11 +295,15 @@ std::vector<Step> RandomWalk(Random& random, int length)
     std::vector<Step> walk;
     for (int k = 0; k < length; ++k) {
         if (random.OneIn(4))
-            walk.push_back({Step::Kind::Move, "", 0, 500 * random.Below(kTimes)});
+            walk.push_back(RandomMove(random));
         else if (random.OneIn(25))
             walk.push_back({Step::Kind::Reset, "lblReset", random.Below(3), 0});
         else if (random.OneIn(25))
-            walk.push_back({Step::Kind::Erase, "lblErase", 1 + random.Below(19), 0});
+            walk.push_back({Step::Kind::Erase, "lblErase", 1 + random.Below(20), 0});
+        else if (random.OneIn(40))
+            walk.push_back({Step::Kind::Click, "lblTime", 0, 0});
+        else if (random.OneIn(40))
+            walk.push_back({Step::Kind::Save, "", 0, 0});
         else
             walk.push_back(RandomEdit(random));
     }
@@ -208,18 +316,40 @@ void WalkingEditor::Do(const Step& step)
         case Step::Kind::Move:
             editor.MoveTo(step.value);
             break;
+        case Step::Kind::Key:
+            DoKey(step.index);
+            break;
+        case Step::Kind::Time:
+            if (step.value < 0)
+                editor.StepTimeDown(static_cast<timeline::TimeField>(step.index), -step.value);
+            else
+                editor.StepTimeUp(static_cast<timeline::TimeField>(step.index), step.value);
+            break;
+        case Step::Kind::Save:
+            if (!show.empty())
+                editor.SaveTo(show);
+            break;
         case Step::Kind::Set:
             editor.SetSpinner(step.control, step.index, step.value);
             break;
+        case Step::Kind::Press:
+            editor.PressSpinner(step.control, step.index, step.value);
+            break;
         case Step::Kind::Click:
-            editor.ClickLabel(step.control, step.index);
+            if (step.control == "lblTime")
+                editor.lblTime_RightClick();
+            else
+                editor.ClickLabel(step.control, step.index);
             break;
         case Step::Kind::RotateTime:
             editor.updnRotateTime_Press(step.index, step.value);
             break;
         case Step::Kind::Erase:
             editor.lblErase_Click(0);
-            editor.lblErase_Click(step.index);
+            if (step.index == 20)
+                editor.lblOperator_Click();
+            else
+                editor.lblErase_Click(step.index);
             break;
         case Step::Kind::Reset:
             editor.lblReset_Click(step.index);
@@ -227,11 +357,21 @@ void WalkingEditor::Do(const Step& step)
     }
 }
 
-std::string WalkingEditor::LeaveAndReturn()
+void WalkingEditor::DoKey(int key)
+{
+    constexpr timeline::StepMode kMode{1, true};
+    const auto field = key < 2 ? timeline::TimeField::Tenths : timeline::TimeField::WholeRange;
+    if (key == 0 || key == 2)
+        editor.StepDown(field, kMode);
+    else
+        editor.StepUp(field, kMode);
+}
+
+std::string WalkingEditor::LeaveAndReturn(int by)
 {
     const panel::PanelState set = editor.Panel();
     const std::int32_t time = editor.Timeline().CurrentTime();
-    editor.MoveTo(time + 100);
+    editor.MoveTo(std::max(time + by, 0));
     editor.MoveTo(time);
     return Lost(set, editor.Panel());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,13 @@ struct YesPrompts : editor::Prompts {
 
 /// One thing that a user does, in the terms of the window.
 struct Step {
-    enum class Kind { Move, Set, Click, RotateTime, Erase, Reset } kind;
+    enum class Kind { Move, Key, Time, Set, Press, Click, RotateTime, Erase, Reset, Save } kind;
     std::string control;
     int index = 0;
     int value = 0;
+
+    /// True for a step that may lead to another time.
+    [[nodiscard]] bool Leaves() const { return kind <= Kind::Time; }
 };
 
 std::string TextOf(const std::vector<Step>& walk);
@@ -30,19 +34,26 @@ std::string TextOf(const std::vector<Step>& walk);
 /// A walk of random edits and moves over few times, so that edits meet one another.
 std::vector<Step> RandomWalk(Random& random, int length);
 
+/// A show over the times of the walks, in no list of which a device of a group is commanded twice.
+document::Choreography ComposedShow(Random& random);
+
 /// An editor without music, in which walks are done.
 class WalkingEditor {
  public:
     WalkingEditor() : editor(player, prompts) {}
 
     void Do(const Step& step);
-    /// Leaves the time and comes back. Empty when the panel shows what it showed, but for what the
-    /// fountain itself cannot hold; else what differs.
-    std::string LeaveAndReturn();
+    /// Leaves the time by 100 ms and comes back, or the other way round. Empty when the panel shows
+    /// what it showed, but for what the fountain itself cannot hold; else what differs.
+    std::string LeaveAndReturn(int by = 100);
 
+    std::filesystem::path show;  ///< what a walk saves; nothing when empty
     support::HandPlayer player;
     YesPrompts prompts;
     editor::Editor editor;
+
+ private:
+    void DoKey(int key);
 };
 
 /// What differs between what was set on a panel and what came back, in words; empty when all that

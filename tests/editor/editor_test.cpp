@@ -1,58 +1,23 @@
 #include "editor/editor.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <fstream>
 #include <vector>
 
 #include "document/control_text.h"
+#include "editor/studio.h"
 #include "fountain_text.h"
-#include "support/hand_player.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using testing_support::Folder;
+using testing_support::Studio;
 using timeline::PlayerMode;
 using timeline::TimeField;
 
 constexpr const char* kShow =
     "ct0-381\r\n00:00.0001-017\r\n00:01.0099-000 006-019 033-097\r\n00:02.0002-018\r\n";
-
-/// A folder with files of its own, gone with the object.
-class Folder {
- public:
-    Folder() : path_(fs::temp_directory_path() / ("editor_test_" + std::to_string(getpid())))
-    {
-        fs::remove_all(path_);
-        fs::create_directory(path_);
-    }
-    ~Folder() { fs::remove_all(path_); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    void Add(const std::string& name, const std::string& content)
-    {
-        std::ofstream(path_ / name, std::ios::binary) << content;
-    }
-    [[nodiscard]] fs::path operator/(const std::string& name) const { return path_ / name; }
-
- private:
-    fs::path path_;
-};
-
-class Warnings final : public editor::Prompts {
- public:
-    std::vector<std::string> texts;
-    void Warn(const std::string& text) override { texts.push_back(text); }
-    [[nodiscard]] bool Ask(const std::string&, const std::string&) override { return true; }
-};
-
-struct Studio {
-    support::HandPlayer player;
-    Warnings warnings;
-    editor::Editor editor{player, warnings};
-};
 
 TEST(OpenShow, FindsTheFilesOfABaseName)
 {
@@ -136,14 +101,14 @@ TEST(OpenShow, HoldsWarningsBackUntilTheStartIsOver)
 
     Studio studio;
     studio.editor.OpenShow(folder / "full");
-    EXPECT_TRUE(studio.warnings.texts.empty());
+    EXPECT_TRUE(studio.prompts.warnings.empty());
     studio.editor.FinishStartUp();
     const std::vector<std::string> once{"At least one time contains too many actions."};
-    EXPECT_EQ(studio.warnings.texts, once);
+    EXPECT_EQ(studio.prompts.warnings, once);
     studio.editor.OpenShow(folder / "show");
-    EXPECT_EQ(studio.warnings.texts, once);
+    EXPECT_EQ(studio.prompts.warnings, once);
     studio.editor.OpenShow(folder / "full");
-    EXPECT_EQ(studio.warnings.texts.size(), 2U);
+    EXPECT_EQ(studio.prompts.warnings.size(), 2U);
 }
 
 TEST(ShowLength, IsThatOfTheMusicElseOfTheCommands)

@@ -2,6 +2,7 @@
 // shown, so that what remains is what breaks the law.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 
@@ -37,34 +38,74 @@ std::vector<Step> Shortened(std::vector<Step> walk, const Law& law)
     return walk;
 }
 
-void ExpectOnWalks(const Law& law, int walks, int length)
+void ExpectOnWalk(const Law& law, int seed, int length)
 {
-    for (int seed = 1; seed <= walks; ++seed) {
-        Random random(static_cast<std::uint64_t>(seed));
-        const std::vector<Step> walk = testing_support::RandomWalk(random, length);
-        if (law(walk).empty())
-            continue;
-        const std::vector<Step> shortest = Shortened(walk, law);
-        FAIL() << "seed " << seed << ": " << testing_support::TextOf(shortest) << "\n"
-               << law(shortest);
-    }
+    Random random(static_cast<std::uint64_t>(seed));
+    const std::vector<Step> walk = testing_support::RandomWalk(random, length);
+    if (law(walk).empty())
+        return;
+    const std::vector<Step> shortest = Shortened(walk, law);
+    FAIL() << "seed " << seed << ": " << testing_support::TextOf(shortest) << "\n" << law(shortest);
 }
 
-std::string ComesBack(const std::vector<Step>& walk)
+void ExpectOnWalks(const Law& law, int walks, int length)
+{
+    for (int seed = 1; seed <= walks && !testing::Test::HasFailure(); ++seed)
+        ExpectOnWalk(law, seed, length);
+}
+
+int Number(const char* name, int usual)
+{
+    const char* text = std::getenv(name);
+    return text == nullptr ? usual : std::atoi(text);
+}
+
+/// How many walks and how long they are: the environment may ask for more than a test run does.
+int Walks(int usual)
+{
+    return Number("LAW_WALKS", usual);
+}
+int Length(int usual)
+{
+    return Number("LAW_LENGTH", usual);
+}
+
+std::string SaveComesBack(WalkingEditor& walking, const Step& step)
+{
+    const panel::PanelState set = walking.editor.Panel();
+    walking.Do(step);
+    if (!walking.show.empty() && walking.editor.Choreography().blnChanged)
+        return "not saved";
+    return walking.show.empty() ? "" : testing_support::Lost(set, walking.editor.Panel());
+}
+
+std::string ComesBack(const Choreography* show, const fs::path& file, const std::vector<Step>& walk)
 {
     WalkingEditor walking;
+    if (show != nullptr) {
+        Choreography copy = *show;
+        (void)WriteControlFile(copy, file);
+        walking.show = file;
+        walking.editor.ReadControlFile(file);
+    }
     for (const Step& step : walk) {
-        if (step.kind == Step::Kind::Move) {
+        if (step.Leaves()) {
             const std::string lost = walking.LeaveAndReturn();
             if (!lost.empty())
                 return "at " + std::to_string(walking.editor.Timeline().CurrentTime()) + ": " +
                        lost + "codes " + walking.editor.Timeline().lblABCodes();
             const Choreography before = walking.editor.Choreography();
-            const std::string again = walking.LeaveAndReturn();
+            const std::string again = walking.LeaveAndReturn(-100);
             if (!again.empty() || !(before == walking.editor.Choreography()))
                 return "an unchanged panel wrote something; " + again;
         }
-        walking.Do(step);
+        if (step.kind == Step::Kind::Save) {
+            const std::string lost = SaveComesBack(walking, step);
+            if (!lost.empty())
+                return "saving: " + lost;
+        } else {
+            walking.Do(step);
+        }
         const std::string disorder = Disorder(walking.editor.Choreography());
         if (!disorder.empty())
             return disorder;
@@ -132,13 +173,28 @@ std::string SurvivesSaving(const Folder& folder, const std::vector<Step>& walk)
 
 TEST(Laws, WhatWasComposedComesBack)
 {
-    ExpectOnWalks(ComesBack, 3000, 40);
+    ExpectOnWalks([](const auto& walk) { return ComesBack(nullptr, {}, walk); }, Walks(3000),
+                  Length(40));
+}
+
+TEST(Laws, WhatWasComposedInAShowThatWasOpenedComesBack)
+{
+    const Folder folder;
+    const int walks = Walks(500);
+    for (int seed = 1; seed <= walks && !HasFailure(); ++seed) {
+        Random random(static_cast<std::uint64_t>(seed));
+        const Choreography show = testing_support::ComposedShow(random);
+        ExpectOnWalk(
+            [&](const auto& walk) { return ComesBack(&show, folder.Name("show.ctl"), walk); }, seed,
+            Length(40));
+    }
 }
 
 TEST(Laws, WhatWasComposedSurvivesSavingAndReopening)
 {
     const Folder folder;
-    ExpectOnWalks([&](const auto& walk) { return SurvivesSaving(folder, walk); }, 300, 60);
+    ExpectOnWalks([&](const auto& walk) { return SurvivesSaving(folder, walk); }, Walks(300),
+                  Length(60));
 }
 
 TEST(Laws, AnUnchangedPanelWritesNothingOverAnyShow)
