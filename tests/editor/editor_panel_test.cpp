@@ -118,11 +118,16 @@ TEST(Erase, CommitsFirstAndTakesTheTimeOutWithItsLastCommand)
 {
     Desk desk("00:01.0007-035\r\n00:02.0001-017\r\n");
     desk.editor.SetSpinner("updnBazookas", 0, 1);
+    desk.editor.SetSpinner("updnRings", 4, 2);
     desk.editor.lblErase_Click(0);
     desk.editor.lblErase_Click(12);
-    EXPECT_EQ(desk.Text(), "2000: 001-017\n");
+    EXPECT_EQ(desk.Text(), "1000: 003-018\n2000: 001-017\n");
     EXPECT_EQ(desk.editor.Panel().updnSpout.Value, 0);
     EXPECT_EQ(desk.editor.Panel().updnBazookas.Value, 0);
+    EXPECT_EQ(desk.editor.Panel().updnRings[4].Value, 2);
+    desk.editor.lblErase_Click(0);
+    desk.editor.lblErase_Click(3);
+    EXPECT_EQ(desk.Text(), "2000: 001-017\n");
 }
 
 TEST(Reset, LeavesTheLoneResetAndGoesAgain)

@@ -216,4 +216,44 @@ TEST(Laws, AnUnchangedPanelWritesNothingOverAnyShow)
     }
 }
 
+std::string StaysInOrder(const fs::path& file, const std::vector<Step>& walk)
+{
+    WalkingEditor walking;
+    walking.show = file;
+    walking.editor.ReadControlFile(file);
+    for (const Step& step : walk) {
+        const bool pending = !walking.editor.PendingText().empty();
+        const Choreography before = walking.editor.Choreography();
+        walking.editor.mnuFile_Click();
+        const Choreography written = walking.editor.Choreography();
+        const bool counted = written.intCommandCount[1] != before.intCommandCount[1];
+        if (pending ? written.strCommands == before.strCommands : counted)
+            return "what is announced as pending is not what is written";
+        (void)walking.LeaveAndReturn();
+        if (!(walking.editor.Choreography() == written))
+            return "an unchanged panel wrote something";
+        walking.Do(step);
+        const std::string disorder = Disorder(walking.editor.Choreography());
+        if (!disorder.empty())
+            return disorder;
+    }
+    return "";
+}
+
+TEST(Laws, AnEditOfAnyShowLeavesItInOrder)
+{
+    const Folder folder;
+    const int walks = Walks(200);
+    for (int seed = 1; seed <= walks && !HasFailure(); ++seed) {
+        Random random(static_cast<std::uint64_t>(seed));
+        const Choreography show = testing_support::RandomShow(random, {.times = 8});
+        const Law law = [&](const std::vector<Step>& walk) {
+            Choreography copy = show;
+            (void)WriteControlFile(copy, folder.Name("any.ctl"));
+            return StaysInOrder(folder.Name("any.ctl"), walk);
+        };
+        ExpectOnWalk(law, seed, Length(60));
+    }
+}
+
 }  // namespace

@@ -158,7 +158,6 @@ TEST(EncodePanel, CurtainsAndPeacock)
         {"others untouched leave it",      "", "009-034 009-018", "updnSpout=1",
          "009-034 009-018 007-033"},
     };
-    // A back curtain command is 32 and its level: 1 is 33.
     ExpectRows(rows);
 }
 
@@ -241,6 +240,8 @@ TEST(EncodePanel, LightMovement)
          "017-001 085-000"},
         {"lamps are those without shift",  "", "017-001 085-017", "lblLightMotion_1 lblLight_8",
          "017-001 019-001 085-018"},
+        {"a lamp that a shift had moved",  "", "017-001 085-017", "lblLightMotion_0 lblLight_0",
+         "017-001 085-000"},
         {"a shift stays under a lamp",     "", "017-001 085-017", "lblLight_8",
          "017-001 085-017 019-001"},
     };
