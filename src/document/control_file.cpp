@@ -24,14 +24,6 @@ bool SameButForCase(std::string_view a, std::string_view b)
     return std::ranges::equal(a, b, {}, LowerAscii, LowerAscii);
 }
 
-/// `number` 1..5. The stem is the name less its last three characters, whatever they are.
-fs::path BackupName(const fs::path& name, int number)
-{
-    std::string file = name.filename().string();
-    file.resize(file.size() - std::min<std::size_t>(file.size(), 3));
-    return name.parent_path() / (file + "00" + std::to_string(number));
-}
-
 /// Folders stay where they are, even with a backup's name. Missing files are passed over.
 void Roll(const fs::path& from, const fs::path& to)
 {
@@ -59,6 +51,13 @@ bool PruneForSave(Choreography& choreography)
 }
 
 }  // namespace
+
+std::filesystem::path BackupName(const std::filesystem::path& name, int number)
+{
+    std::string file = name.filename().string();
+    file.resize(file.size() - std::min<std::size_t>(file.size(), 3));
+    return name.parent_path() / (file + "00" + std::to_string(number));
+}
 
 bool FileExists(const std::filesystem::path& name)
 {

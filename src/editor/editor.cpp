@@ -66,6 +66,7 @@ void Editor::OpenMusicOf(const fs::path& name)
 void Editor::ReadControlFile(const fs::path& name)
 {
     before_.reset();
+    lastSave_ = {};
     lastRead_ = document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
     playback_.ResetPlayback();
 }

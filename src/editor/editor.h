@@ -57,6 +57,8 @@ class Editor : private timeline::PanelCommitter {
 
     [[nodiscard]] const document::Choreography& Choreography() const { return choreography_; }
     [[nodiscard]] const document::ReadReport& LastRead() const { return lastRead_; }
+    /// How the last save since the reading went.
+    [[nodiscard]] const document::SaveReport& LastSave() const { return lastSave_; }
     [[nodiscard]] const fountain::Fountain& Fountain() const { return fountain_; }
     [[nodiscard]] const panel::PanelState& Panel() const { return panel_; }
     [[nodiscard]] const timeline::Timeline& Timeline() const { return timeline_; }
@@ -142,6 +144,7 @@ class Editor : private timeline::PanelCommitter {
     Prompts& prompts_;
     document::Choreography choreography_;
     document::ReadReport lastRead_;
+    document::SaveReport lastSave_;
     fountain::Fountain fountain_;
     panel::PanelState panel_;
     fountain::DisplayOptions options_;

@@ -71,9 +71,12 @@ document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
     if (report.pruned)
         timeline_.RebuildState(timeline::Direction::Back);
     if (report.outcome == document::SaveOutcome::WriteFailed)
-        prompts_.Warn(name.string() + " could not be written (" + report.error.message() +
-                      "). The version before is in its .001 backup; the changes are still open "
-                      "here and can be saved again.");
+        prompts_.Warn(name.string() + " could not be written (" + report.error.message() + "). " +
+                      (document::FileExists(document::BackupName(name, 1))
+                           ? "The version before is in its .001 backup; the changes"
+                           : "The changes") +
+                      " are still open here and can be saved again.");
+    lastSave_ = report;
     playback_.RefreshMenus();
     return report;
 }

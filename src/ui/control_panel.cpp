@@ -21,6 +21,7 @@ constexpr QColor kGround(214, 214, 216);
 constexpr QColor kEdge(176, 176, 180);
 constexpr int kButtonMargin = 5;  // design pixels on both sides of a text together
 constexpr double kSmallestFactor = 0.3;
+constexpr double kFactorStep = 0.04;
 
 // Where the panel keeps what a control shows.
 // clang-format off
@@ -129,6 +130,40 @@ Qt::Alignment HeadingAlignment(const PanelControl& control)
 {
     return (control.bold || control.place.width() > 46 ? Qt::AlignLeft : Qt::AlignHCenter) |
            Qt::AlignVCenter;
+}
+
+bool FitsItsRoom(const PanelControl& control, double factor, fountain::ScaleFactors scale)
+{
+    const QFontMetrics metrics(FontFor(control, factor));
+    const QSize room = Room(control, scale);
+    if (metrics.height() > room.height())
+        return false;
+    if (metrics.horizontalAdvance(control.sample) <= room.width())
+        return true;
+    const QRect needed =
+        metrics.boundingRect(QRect(0, 0, room.width(), 10'000), Qt::TextWordWrap, control.sample);
+    return needed.width() <= room.width() && needed.height() <= room.height();
+}
+
+// The control that did not fit last time is the likeliest not to fit now, so it is asked first.
+double FittingFactor(fountain::ScaleFactors scale)
+{
+    const std::vector<PanelControl>& form = PanelForm();
+    double factor = std::max(scale.x, scale.y);
+    auto tightest = form.begin();
+    while (factor > kSmallestFactor) {
+        const auto misfit = [&](const PanelControl& control) {
+            return !FitsItsRoom(control, factor, scale);
+        };
+        if (!misfit(*tightest)) {
+            const auto found = std::ranges::find_if(form, misfit);
+            if (found == form.end())
+                break;
+            tightest = found;
+        }
+        factor -= kFactorStep;
+    }
+    return factor;
 }
 
 }  // namespace
@@ -328,27 +363,10 @@ void ControlPanel::FocusNeighbour(const QWidget* from, int dx, int dy)
         nearest->setFocus(Qt::TabFocusReason);
 }
 
-bool ControlPanel::Fits(double factor, fountain::ScaleFactors scale) const
-{
-    return std::ranges::all_of(PanelForm(), [&](const PanelControl& control) {
-        const QFontMetrics metrics(FontFor(control, factor));
-        const QSize room = Room(control, scale);
-        if (metrics.height() > room.height())
-            return false;
-        if (metrics.horizontalAdvance(control.sample) <= room.width())
-            return true;
-        const QRect needed = metrics.boundingRect(QRect(0, 0, room.width(), 10'000),
-                                                  Qt::TextWordWrap, control.sample);
-        return needed.width() <= room.width() && needed.height() <= room.height();
-    });
-}
-
 void ControlPanel::Fit(fountain::ScaleFactors scale)
 {
     scale_ = scale;
-    double factor = std::max(scale.x, scale.y);
-    while (factor > kSmallestFactor && !Fits(factor, scale))
-        factor -= 0.04;
+    const double factor = FittingFactor(scale);
     const QPoint corner = geometry().topLeft();
     for (const Item& item : items_) {
         item.widget->setGeometry(Scaled(item.control->place, scale).translated(-corner));

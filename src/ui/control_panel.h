@@ -55,7 +55,6 @@ class ControlPanel final : public QWidget {
     void Click(const PanelControl& control);
     void RefreshItem(const Item& item);
     void FocusNeighbour(const QWidget* from, int dx, int dy);
-    [[nodiscard]] bool Fits(double factor, fountain::ScaleFactors scale) const;
 
     editor::Editor& editor_;
     PanelStyle* style_;

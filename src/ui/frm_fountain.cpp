@@ -102,8 +102,8 @@ frmFountain::frmFountain(editor::Editor& editor, QWidget* parent)
     resize(fountain::kDesignWidth, fountain::kDesignHeight);
     connect(&driver_, &TimerDriver::Ticked, this, &frmFountain::Refresh);
     qApp->installEventFilter(this);
-    FitForm();
     cmdFocus_->setFocus();
+    Refresh();  // the first resize, when the size is known, fits the form
 }
 
 void frmFountain::ShowOnScreen()
@@ -111,6 +111,7 @@ void frmFountain::ShowOnScreen()
     // Without a window manager nobody would maximise the window.
     setGeometry(screen()->availableGeometry());
     showMaximized();
+    activateWindow();
 }
 
 void frmFountain::BuildMenus()
@@ -305,6 +306,8 @@ void frmFountain::paintEvent(QPaintEvent*)
 
 void frmFountain::closeEvent(QCloseEvent* event)
 {
+    editor_.mnuFile_Click();
+    Refresh();  // what was pending stands as written behind the question
     if (editor_.Playback().SnippetPlays() || !editor_.QueryUnload()) {
         event->ignore();
         Refresh();

@@ -89,6 +89,7 @@ class frmFountain final : public QWidget {
     void RefreshTitle();
     void ShowText(QLabel* label, const char* name, const QString& text,
                   Qt::TextElideMode cut = Qt::ElideNone);
+    [[nodiscard]] QString FileProblem() const;
     [[nodiscard]] QString MusicText() const;
 
     editor::Editor& editor_;

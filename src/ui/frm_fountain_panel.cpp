@@ -91,14 +91,16 @@ void frmFountain::RefreshPanel()
 {
     fraControls_->Refresh();
     const QString time = QString::fromStdString(editor_.Timeline().lblTime());
-    const QString stored = QString::fromStdString(editor_.StoredText());
+    // While something plays the times fly by, and the line would only flicker.
+    const bool editing = editor_.Transport().fraControlsEnabled;
+    const QString stored = QString::fromStdString(editing ? editor_.StoredText() : "");
     ShowText(lblStored_, "Stored here",
-             stored.isEmpty() ? QStringLiteral("Nothing is stored at %1.").arg(time)
-                              : QStringLiteral("Stored at %1: %2").arg(time, stored),
+             !editing           ? QString()
+             : stored.isEmpty() ? QStringLiteral("Nothing is stored at %1.").arg(time)
+                                : QStringLiteral("Stored at %1: %2").arg(time, stored),
              Qt::ElideRight);
     SetTextColor(lblStored_, stored.isEmpty() ? kQuiet : kInk);
 
-    const bool editing = editor_.Transport().fraControlsEnabled;
     const QString pending = editing ? QString::fromStdString(editor_.PendingText()) : QString();
     if (pending.isEmpty() == pendingShown_) {
         pendingShown_ = !pending.isEmpty();

@@ -102,7 +102,8 @@ void frmFountain::RefreshTexts()
     ShowText(lblABCodes_, "Commands at this time",
              QString::fromStdString(editor_.Timeline().lblABCodes()).trimmed());
     ShowText(lblControlFile_, "Control file",
-             QString::fromStdString(document::ControlFileCaption(choreography)), Qt::ElideMiddle);
+             QString::fromStdString(document::ControlFileCaption(choreography)) + FileProblem(),
+             Qt::ElideMiddle);
     ShowText(lblMusic_, "Music", MusicText(), Qt::ElideMiddle);
     ShowText(lblCounts_, "Contents",
              Counted(choreography.intTimeCount[1], "time", "times") + QStringLiteral(", ") +
@@ -119,6 +120,21 @@ void frmFountain::RefreshTitle()
     if (windowTitle() != title)
         setWindowTitle(title);
     setWindowModified(choreography.blnChanged || pendingShown_);
+}
+
+// The reader and a failed open for writing are silent, so that the status line must tell.
+QString frmFountain::FileProblem() const
+{
+    const auto failed = [](const char* what, const std::error_code& error) {
+        return QStringLiteral(" (%1: %2)")
+            .arg(QLatin1String(what), QString::fromStdString(error.message()));
+    };
+    using document::SaveOutcome;
+    const document::SaveReport& save = editor_.LastSave();
+    if (save.outcome == SaveOutcome::OpenFailed || save.outcome == SaveOutcome::WriteFailed)
+        return failed("not saved", save.error);
+    const std::error_code& read = editor_.LastRead().error;
+    return read ? failed("not read", read) : QString();
 }
 
 QString frmFountain::MusicText() const

@@ -11,10 +11,10 @@ using ui_test::Studio;
 
 namespace {
 
-const QStringList kTabOrder{"positionBar",    "mmSong_prev",    "mmSong_play",   "mmSong_pause",
-                            "mmSong_stop",    "mmEditing_play", "mmEditing_add", "mmEditing_prev",
-                            "mmEditing_next", "mmEditing_clear", "updnTime_0",
-                            "updnTime_1",     "updnTime_2"};
+const QStringList kTabOrder{"positionBar",    "mmSong_prev",     "mmSong_play",   "mmSong_pause",
+                            "mmSong_stop",    "mmEditing_play",  "mmEditing_add", "mmEditing_prev",
+                            "mmEditing_next", "mmEditing_clear", "updnTime_0",    "updnTime_1",
+                            "updnTime_2"};
 
 QStringList NamesOfForm()
 {
@@ -25,7 +25,8 @@ QStringList NamesOfForm()
           << "lblTime"
           << "lblABCodes"
           << "lblControlFile"
-          << "lblStored" << "lblPending";
+          << "lblStored"
+          << "lblPending";
     for (int i = 0; i <= 16; ++i)
         names << QStringLiteral("lblLegend_%1").arg(i) << QStringLiteral("lblLegendKey_%1").arg(i);
     for (int i = 0; i <= 2; ++i)
@@ -103,8 +104,7 @@ void FormTest::tabGoesThroughTheControlsInOrder()
     const QWidget* first = studio.Find("cmdFocus");
     for (const QWidget* widget = first->nextInFocusChain(); widget != first;
          widget = widget->nextInFocusChain())
-        if ((widget->focusPolicy() & Qt::TabFocus) != 0 &&
-            widget->focusProxy() == nullptr &&
+        if ((widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr &&
             widget->parentWidget()->objectName() != "fraControls")
             order << widget->objectName();
     QCOMPARE(order, kTabOrder);
@@ -270,6 +270,7 @@ void FormTest::titleAndStatusSayWhatIsOpen()
 {
     const QString caption = "Velmora Musical Fountain Animated Choreographer";
     Studio studio;
+    studio.Show();
     QCOMPARE(studio.window.windowTitle(), caption + "[*]");
     QCOMPARE(studio.Text("lblControlFile"), "unsaved choreography");
     QCOMPARE(studio.Text("lblMusic"), "No music file");
@@ -282,6 +283,15 @@ void FormTest::titleAndStatusSayWhatIsOpen()
     QVERIFY(studio.Find("lblControlFile")->toolTip().endsWith("/gala.ctl"));
     QCOMPARE(studio.Text("lblMusic"), "Gala.mp3: no sound in it");
     QCOMPARE(studio.Text("lblCounts"), "1 time, 1 command");
+
+    // A folder in the backup's place: the file cannot be rolled there, so it is not overwritten.
+    const std::filesystem::path& file = studio.editor.Choreography().fileName;
+    QVERIFY(std::filesystem::create_directory(document::BackupName(file, 1)));
+    QVERIFY(studio.editor.SetSpinner("updnSpout", 0, 3));
+    studio.editor.Save();
+    studio.window.Refresh();
+    QVERIFY(studio.Find("lblControlFile")->toolTip().contains("/gala.ctl (not saved: "));
+    QVERIFY(studio.window.isWindowModified());
 
     studio.player.openFailure.clear();
     studio.Open(ui_test::kShow, Music::Open);
