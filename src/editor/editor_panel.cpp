@@ -2,6 +2,7 @@
 #include <array>
 
 #include "editor/editor.h"
+#include "fountain/command_map.h"
 #include "panel/commit.h"
 #include "panel/controls.h"
 
@@ -15,21 +16,32 @@ struct AddressRange {
     int last;
 };
 
+constexpr AddressRange Only(int address)
+{
+    return {address, address};
+}
+
 /// What the erase labels 1..19 remove. Devices that share an address are erased together.
 // clang-format off
 constexpr std::array<AddressRange, 20> kEraseRanges{{
-    {-1, -1},                                          // 0 is the mode itself
-    {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6},    // rings, sweeps
-    {7, 7},                                            // bazookas
-    {8, 8},                                            // candelabras
-    {9, 9}, {9, 9}, {9, 9},                            // front curtain, back curtain, peacock
-    {7, 7},                                            // spout
-    {54, 54}, {69, 69}, {33, 34}, {85, 86}, {80, 80},  // voice, pulsate, motion, lighting, copy
-    {48, 48}, {49, 51},                                // multi-valve, group lights
+    {-1, -1},                                     // 0 is the mode itself
+    Only(1), Only(2), Only(3), Only(4), Only(5),  // rings
+    Only(fountain::kSweepsAddress),
+    Only(fountain::kBazookasSpoutAddress),  // bazookas
+    Only(fountain::kCandelabrasAddress),
+    Only(fountain::kCurtainsPeacockAddress),  // front curtain
+    Only(fountain::kCurtainsPeacockAddress),  // back curtain
+    Only(fountain::kCurtainsPeacockAddress),  // peacock
+    Only(fountain::kBazookasSpoutAddress),  // spout
+    Only(fountain::kVoiceAddress),
+    Only(fountain::kSweepPulsationAddress),
+    {fountain::kSynchronizedMotionAddress, fountain::kOpposedMotionAddress},
+    {fountain::kLightMovementAddress, fountain::kLightTimerAddress},
+    Only(document::kCopyAddress),
+    Only(fountain::kMultiValveAddress),
+    {fountain::kGroupALightsAddress, fountain::kBothLightsAddress},
 }};
 // clang-format on
-
-constexpr int kOperatorDisplayAddress = 0;
 
 constexpr std::array<const char*, 3> kResetTitles{"Reset All", "Undo Changes",
                                                   "Clear (Remove Choreography)"};
@@ -114,7 +126,7 @@ void Editor::lblErase_Click(int index)
 void Editor::lblOperator_Click()
 {
     if (PanelEnabled() && eraseMode_)
-        EraseAddresses(kOperatorDisplayAddress, kOperatorDisplayAddress);
+        EraseAddresses(fountain::kOperatorDisplayAddress, fountain::kOperatorDisplayAddress);
 }
 
 void Editor::EraseAddresses(int first, int last)

@@ -29,12 +29,38 @@ enum class Device : std::uint8_t {
     Reset
 };
 
+/// The addresses that the code names; `document` names those of the reset and the copy, which it
+/// keeps ahead of all others. What every address drives is in `kCommandRules`.
+inline constexpr int kOperatorDisplayAddress = 0;
+inline constexpr int kSweepsAddress = 6;  ///< rings 1..5 are their own addresses
+inline constexpr int kBazookasSpoutAddress = 7;
+inline constexpr int kCandelabrasAddress = 8;
+inline constexpr int kCurtainsPeacockAddress = 9;
+inline constexpr int kWhiteLightsAddress = 16;
+inline constexpr int kFirstModuleAddress = 17;
+inline constexpr int kLastModuleAddress = 23;
+inline constexpr int kCurtainLightsAddress = 24;
+inline constexpr int kPeacockALightsAddress = 25;
+inline constexpr int kPeacockBLightsAddress = 26;
+inline constexpr int kSynchronizedMotionAddress = 33;
+inline constexpr int kOpposedMotionAddress = 34;
+inline constexpr int kPeacockBTooAddress = 41;  ///< as 26, and meant to
+inline constexpr int kMultiValveAddress = 48;
+inline constexpr int kGroupALightsAddress = 49;
+inline constexpr int kGroupBLightsAddress = 50;
+inline constexpr int kBothLightsAddress = 51;
+inline constexpr int kVoiceAddress = 54;
+inline constexpr int kSweepPulsationAddress = 69;
+inline constexpr int kLightMovementAddress = 85;
+inline constexpr int kLightTimerAddress = 86;
+
 /// Data bits that several devices share.
 inline constexpr int kLevelBits = 7;
 inline constexpr int kGroupABit = 16;
 inline constexpr int kGroupBBit = 32;
 inline constexpr int kGroupBits = kGroupABit | kGroupBBit;
 inline constexpr int kJoinBit = 64;
+inline constexpr int kPeacockBit = 64;  ///< with `kGroupBBit`: the peacock, not the back curtain
 inline constexpr int kLampBits = 15;
 inline constexpr int kHighestLevel = 5;
 inline constexpr int kWeddingCakeLevel = 6;  ///< multi-valve only

@@ -10,7 +10,6 @@ namespace fountain {
 namespace {
 
 constexpr std::size_t kMultiValveNameLength = 11;
-constexpr int kPeacockBit = 64;
 constexpr std::array<std::string_view, 4> kGroupTexts = {"", " on Group A", " on Group B",
                                                          " on Group A and Group B"};
 

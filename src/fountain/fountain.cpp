@@ -8,8 +8,6 @@
 namespace fountain {
 namespace {
 
-constexpr int kSweepsAddress = 6;
-constexpr int kCandelabrasAddress = 8;
 constexpr std::int32_t kResetLightTimer = 400;
 
 bool IsLevel(int level)
@@ -78,7 +76,7 @@ void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& li
             if (data & 16)
                 DrawCurtain(0, level);
             if (data & 32)
-                data & 64 ? DrawPeacock(level) : DrawCurtain(1, level);
+                (data & kPeacockBit) != 0 ? DrawPeacock(level) : DrawCurtain(1, level);
             break;
         case Device::SweepMotion:
             ApplySweepMotion(rule.index == 1, data);

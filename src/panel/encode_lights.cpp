@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "fountain/command_map.h"
 #include "panel/encoder.h"
 #include "panel/list_edit.h"
 
@@ -10,15 +11,6 @@ namespace {
 using document::Commands;
 using document::Which;
 
-constexpr int kWhiteLights = 16;
-constexpr int kFirstModule = 17;
-constexpr int kLastModule = 23;
-constexpr int kCurtainLights = 24;
-constexpr int kPeacockA = 25;
-constexpr int kPeacockB = 26;
-constexpr int kPeacockBToo = 41;
-constexpr int kGroupALights = 49;
-constexpr int kBothLights = 51;
 constexpr int kGroupLabels = 28;  // lblLight 28..31 Group A, 32..35 Group B
 constexpr int kPeacockLabels = 36;
 constexpr int kBazookaLabel = 39;
@@ -29,11 +21,11 @@ constexpr int kCrossLabel = 46;
 
 bool IsModule(int address)
 {
-    return address >= kFirstModule && address <= kLastModule;
+    return address >= fountain::kFirstModuleAddress && address <= fountain::kLastModuleAddress;
 }
 bool IsGroup(int address)
 {
-    return address >= kGroupALights && address <= kBothLights;
+    return address >= fountain::kGroupALightsAddress && address <= fountain::kBothLightsAddress;
 }
 
 int Bits(const PanelState& panel, int first, int count)
@@ -64,7 +56,7 @@ void EncodeWhites(Commands& commands, const PanelState& panel)
     if (!panel.lblLight[kBazookaLabel].Changed() && !panel.lblLight[kAllWhiteLabel].Changed() &&
         !panel.lblLight[kCrossLabel].Changed())
         return;
-    document::RemoveCommand(commands, kWhiteLights, Which::All);
+    document::RemoveCommand(commands, fountain::kWhiteLightsAddress, Which::All);
     const int data = LitValue(panel, kCrossLabel, 2) | LitValue(panel, kBazookaLabel, 4) |
                      LitValue(panel, kAllWhiteLabel, 8);
     std::size_t at = 0;
@@ -74,7 +66,8 @@ void EncodeWhites(Commands& commands, const PanelState& panel)
             break;
         at += 2;
     }
-    commands.insert(at, {static_cast<char>(kWhiteLights), static_cast<char>(data)});
+    commands.insert(at,
+                    {static_cast<char>(fountain::kWhiteLightsAddress), static_cast<char>(data)});
 }
 
 void AppendGroup(Commands& commands, int address, int bits)
@@ -82,9 +75,10 @@ void AppendGroup(Commands& commands, int address, int bits)
     RemoveCommands(commands, [address](document::Command command) {
         if (command.address == address)
             return true;
-        const int group = fountain::GroupOfModule(command.address - kFirstModule + 1);
-        return IsModule(command.address) &&
-               (address == kBothLights || group == address - kGroupALights);
+        const int group =
+            fountain::GroupOfModule(command.address - fountain::kFirstModuleAddress + 1);
+        return IsModule(command.address) && (address == fountain::kBothLightsAddress ||
+                                             group == address - fountain::kGroupALightsAddress);
     });
     PutOnly(commands, address, bits);
 }
@@ -98,17 +92,17 @@ void EncodeGroups(Commands& commands, const PanelState& panel)
     const int bitsA = Bits(panel, kGroupLabels, 4);
     const int bitsB = Bits(panel, kGroupLabels + 4, 4);
     if (bitsA == bitsB) {
-        document::RemoveCommand(commands, kGroupALights, Which::All);
-        document::RemoveCommand(commands, kGroupALights + 1, Which::All);
-        AppendGroup(commands, kBothLights, bitsA);
+        document::RemoveCommand(commands, fountain::kGroupALightsAddress, Which::All);
+        document::RemoveCommand(commands, fountain::kGroupBLightsAddress, Which::All);
+        AppendGroup(commands, fountain::kBothLightsAddress, bitsA);
         return;
     }
-    const bool both = document::HasAddress(commands, kBothLights);
-    document::RemoveCommand(commands, kBothLights, Which::All);
+    const bool both = document::HasAddress(commands, fountain::kBothLightsAddress);
+    document::RemoveCommand(commands, fountain::kBothLightsAddress, Which::All);
     if (changedA || both)
-        AppendGroup(commands, kGroupALights, bitsA);
+        AppendGroup(commands, fountain::kGroupALightsAddress, bitsA);
     if (changedB || both)
-        AppendGroup(commands, kGroupALights + 1, bitsB);
+        AppendGroup(commands, fountain::kGroupBLightsAddress, bitsB);
 }
 
 using ModuleValues = document::IndexedArray<std::int16_t, 1, 7>;
@@ -126,7 +120,7 @@ void EncodeModules(Commands& commands, const ModuleValues& wanted, const EncodeC
         removed = false;
         const ModuleValues got = ModulesAfter(context, commands);
         for (int module = 1; module <= 7; ++module) {
-            const int address = kFirstModule + module - 1;
+            const int address = fountain::kFirstModuleAddress + module - 1;
             if (got[module] == wanted[module] || !document::HasAddress(commands, address))
                 continue;
             document::RemoveCommand(commands, address, Which::All);
@@ -136,7 +130,7 @@ void EncodeModules(Commands& commands, const ModuleValues& wanted, const EncodeC
     const ModuleValues got = ModulesAfter(context, commands);
     for (int module = 1; module <= 7; ++module)
         if (got[module] != wanted[module])
-            PutOnly(commands, kFirstModule + module - 1, wanted[module]);
+            PutOnly(commands, fountain::kFirstModuleAddress + module - 1, wanted[module]);
 }
 
 ModuleValues WantedModules(const Commands& commands, const PanelState& panel,
@@ -168,15 +162,12 @@ int LightMotionData(const PanelState& panel)
     return 0;
 }
 
-constexpr int kLightMovement = 85;
-constexpr int kLightTimer = 86;
-
 }  // namespace
 
 void EncodeLights(Commands& commands, const PanelState& panel, const EncodeContext& context)
 {
     if (LightMotionChanged(panel))
-        document::RemoveCommand(commands, kLightMovement, Which::All);
+        document::RemoveCommand(commands, fountain::kLightMovementAddress, Which::All);
     if (!Changed(panel, 0, kCrossLabel + 1))
         return;
     const ModuleValues wanted = WantedModules(commands, panel, context);
@@ -184,13 +175,13 @@ void EncodeLights(Commands& commands, const PanelState& panel, const EncodeConte
     EncodeGroups(commands, panel);
     EncodeModules(commands, wanted, context);
     if (Changed(panel, kGreenLabel, 2))
-        PutOnly(commands, kCurtainLights,
+        PutOnly(commands, fountain::kCurtainLightsAddress,
                 LitValue(panel, kGreenLabel, 16) | LitValue(panel, kAmberLabel, 32));
     if (Changed(panel, kPeacockLabels, 3))
-        PutOnly(commands, kPeacockA, Bits(panel, kPeacockLabels, 3));
+        PutOnly(commands, fountain::kPeacockALightsAddress, Bits(panel, kPeacockLabels, 3));
     if (Changed(panel, kPeacockLabels + 4, 3)) {
-        document::RemoveCommand(commands, kPeacockBToo, Which::All);
-        PutOnly(commands, kPeacockB, Bits(panel, kPeacockLabels + 4, 3));
+        document::RemoveCommand(commands, fountain::kPeacockBTooAddress, Which::All);
+        PutOnly(commands, fountain::kPeacockBLightsAddress, Bits(panel, kPeacockLabels + 4, 3));
     }
 }
 
@@ -198,17 +189,17 @@ void EncodeLightMotion(Commands& commands, const PanelState& panel, const Encode
 {
     const bool retimed = context.lightTimer != panel.lngLightTimerTag;
     if (retimed)
-        PutOnly(commands, kLightTimer, context.lightTimer / 100);
+        PutOnly(commands, fountain::kLightTimerAddress, context.lightTimer / 100);
     if (!LightMotionChanged(panel))
         return;
-    document::RemoveCommand(commands, kLightMovement, Which::All);
-    PutOnly(commands, kLightMovement, LightMotionData(panel));
+    document::RemoveCommand(commands, fountain::kLightMovementAddress, Which::All);
+    PutOnly(commands, fountain::kLightMovementAddress, LightMotionData(panel));
     if (retimed)
         return;
     if (panel.lblTimer.Lit())
-        PutOnly(commands, kLightTimer, context.lightTimer / 100);
+        PutOnly(commands, fountain::kLightTimerAddress, context.lightTimer / 100);
     else if (panel.lblTimer.Changed())
-        document::RemoveCommand(commands, kLightTimer, Which::All);
+        document::RemoveCommand(commands, fountain::kLightTimerAddress, Which::All);
 }
 
 }  // namespace panel

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "fountain/command_map.h"
 #include "panel/encoder.h"
 #include "panel/list_edit.h"
 
@@ -9,9 +10,6 @@ namespace {
 using document::Commands;
 using document::Which;
 
-constexpr int kSynchronized = 33;
-constexpr int kOpposed = 34;
-constexpr int kPulsation = 69;
 constexpr int kStopPulsation = 1;  // updnSweepPulsate: 1 stop, 2 upward, 3 downward
 constexpr int kUpward = 2;
 constexpr int kDownward = 3;
@@ -25,8 +23,12 @@ void EncodeMotion(Commands& commands, const PanelState& panel)
     const bool opposed = panel.lblMotion[5].Lit();
     const int travel = panel.lblSweepTravel.Caption == "long" ? 3 : 1;
     const int speed = panel.updnSweepSpeed.Value;
-    document::RemoveCommand(commands, opposed ? kSynchronized : kOpposed, Which::All);
-    PutOnly(commands, opposed ? kOpposed : kSynchronized, speed == 0 ? 0 : speed * 32 + travel);
+    document::RemoveCommand(
+        commands, opposed ? fountain::kSynchronizedMotionAddress : fountain::kOpposedMotionAddress,
+        Which::All);
+    PutOnly(commands,
+            opposed ? fountain::kOpposedMotionAddress : fountain::kSynchronizedMotionAddress,
+            speed == 0 ? 0 : speed * 32 + travel);
 }
 
 void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeContext& context)
@@ -38,13 +40,13 @@ void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeCo
     fountain::PerGroup<bool> had{};
     for (int k = 0; k < document::CommandCount(commands); ++k) {
         const document::Command command = document::CommandAt(commands, k);
-        if (command.address != kPulsation)
+        if (command.address != fountain::kSweepPulsationAddress)
             continue;
         stop = stop || command.data == 0;
         for (int group = 0; group <= 1; ++group)
             had[group] = had[group] || (command.data & GroupBit(group)) != 0;
     }
-    document::RemoveCommand(commands, kPulsation, Which::All);
+    document::RemoveCommand(commands, fountain::kSweepPulsationAddress, Which::All);
     // Without its own commands the time inherits the pulsation of the times before it, so a group
     // that shows none may need the stop although nobody set it.
     const auto inherited = After(context.before, commands).State().mintPulseStep;
@@ -53,8 +55,8 @@ void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeCo
                         (spinners[group].Changed() || (had[group] && inherited[group] != 0)));
 
     const auto append = [&commands](int data) {
-        document::AddCommand(commands,
-                             {.Address = kPulsation, .Data = static_cast<std::int16_t>(data)});
+        document::AddCommand(commands, {.Address = fountain::kSweepPulsationAddress,
+                                        .Data = static_cast<std::int16_t>(data)});
     };
     if (stop)
         append(0);

@@ -10,23 +10,17 @@ namespace {
 
 using document::Commands;
 
-constexpr int kSweeps = 6;
-constexpr int kBazookasSpout = 7;
-constexpr int kCandelabras = 8;
-constexpr int kCurtains = 9;
-constexpr int kMultiValve = 48;
-constexpr int kVoice = 54;
-constexpr int kGroupMask = 48;
-constexpr int kAllButGroup = 207;
+constexpr int kAllButGroup = 255 & ~fountain::kGroupBits;
 
 bool Joinable(int address)
 {
-    return (address >= 1 && address <= kSweeps) || address == kCandelabras;
+    return (address >= 1 && address <= fountain::kSweepsAddress) ||
+           address == fountain::kCandelabrasAddress;
 }
 
 bool UnderMultiValve(int address)
 {
-    return address >= 1 && address <= kSweeps;
+    return address >= 1 && address <= fountain::kSweepsAddress;
 }
 
 int JoinBit(const PanelState& panel, int address)
@@ -36,9 +30,9 @@ int JoinBit(const PanelState& panel, int address)
 
 const Spinner& LevelSpinner(const PanelState& panel, int address, int group)
 {
-    if (address == kSweeps)
+    if (address == fountain::kSweepsAddress)
         return panel.updnSweeps[group];
-    if (address == kCandelabras)
+    if (address == fountain::kCandelabrasAddress)
         return panel.updnCandelabra[group];
     return panel.updnRings[fountain::RingIndex(address, group)];
 }
@@ -47,7 +41,7 @@ int ImpliedLevel(int multiValve, int address)
 {
     if (multiValve != fountain::kWeddingCakeLevel)
         return multiValve;
-    return address == kSweeps ? fountain::kHighestLevel : address;
+    return address == fountain::kSweepsAddress ? fountain::kHighestLevel : address;
 }
 
 /// The multi-valve values that were written in this edit, by group.
@@ -60,7 +54,8 @@ Written EncodeMultiValve(Commands& commands, const PanelState& panel)
         const Spinner& spinner = panel.updnMultiValve[group];
         if (!spinner.Changed())
             continue;
-        Put(commands, kMultiValve, spinner.Value + GroupBit(group), kGroupMask, kAllButGroup);
+        Put(commands, fountain::kMultiValveAddress, spinner.Value + GroupBit(group),
+            fountain::kGroupBits, kAllButGroup);
         written[static_cast<std::size_t>(group)] = spinner.Value;
     }
     return written;
@@ -70,7 +65,7 @@ Written EncodeMultiValve(Commands& commands, const PanelState& panel)
 void EncodeJoin(Commands& commands, int address, int join)
 {
     if (!document::HasAddress(commands, address)) {
-        Put(commands, address, join, kGroupMask, kAllButGroup);
+        Put(commands, address, join, fountain::kGroupBits, kAllButGroup);
         return;
     }
     RewriteData(commands, [&](document::Command command) {
@@ -93,7 +88,8 @@ void EncodeJoinable(Commands& commands, const PanelState& panel, int address, in
     const bool implied = UnderMultiValve(address) && multiValve &&
                          ImpliedLevel(*multiValve, address) == spinner.Value;
     if (!implied)
-        Put(commands, address, spinner.Value + join + GroupBit(group), kGroupMask, kAllButGroup);
+        Put(commands, address, spinner.Value + join + GroupBit(group), fountain::kGroupBits,
+            kAllButGroup);
 }
 
 // A group's last multi-valve command stays, alone, ahead of the devices that it sets.
@@ -101,7 +97,8 @@ bool SettleMultiValve(Commands& commands, int group)
 {
     std::optional<int> data;
     const auto own = [group](document::Command command) {
-        return command.address == kMultiValve && (command.data & kGroupMask) == GroupBit(group);
+        return command.address == fountain::kMultiValveAddress &&
+               (command.data & fountain::kGroupBits) == GroupBit(group);
     };
     std::size_t last = 0;
     std::size_t first = Commands::npos;
@@ -119,7 +116,8 @@ bool SettleMultiValve(Commands& commands, int group)
     Commands settled;
     for (std::size_t k = 0; k < commands.size() / 2; ++k) {
         if (k == first && last > first)
-            settled.append({static_cast<char>(kMultiValve), static_cast<char>(*data)});
+            settled.append(
+                {static_cast<char>(fountain::kMultiValveAddress), static_cast<char>(*data)});
         const bool moved = last > first && k == last;
         const bool other = own(document::CommandAt(commands, static_cast<int>(k))) && k != last;
         if (!moved && !other)
@@ -153,7 +151,7 @@ void EncodeCurtains(Commands& commands, const PanelState& panel, const EncodeCon
     if (!panel.updnCurtain[0].Changed() && !panel.updnCurtain[1].Changed() &&
         !panel.updnPeacock.Changed())
         return;
-    document::RemoveCommand(commands, kCurtains, document::Which::All);
+    document::RemoveCommand(commands, fountain::kCurtainsPeacockAddress, document::Which::All);
     const struct {
         int level;
         int bits;
@@ -166,9 +164,9 @@ void EncodeCurtains(Commands& commands, const PanelState& panel, const EncodeCon
     for (const auto& device : devices) {
         if (device.shown(After(context.before, commands).State()) == device.level)
             continue;
-        document::AddCommand(
-            commands,
-            {.Address = kCurtains, .Data = static_cast<std::int16_t>(device.level + device.bits)});
+        document::AddCommand(commands,
+                             {.Address = fountain::kCurtainsPeacockAddress,
+                              .Data = static_cast<std::int16_t>(device.level + device.bits)});
     }
 }
 
@@ -179,7 +177,7 @@ bool GroupWaterChanged(const PanelState& panel)
     for (int group = 0; group <= 1; ++group) {
         if (panel.updnMultiValve[group].Changed())
             return true;
-        for (int address = 1; address <= kCandelabras; ++address)
+        for (int address = 1; address <= fountain::kCandelabrasAddress; ++address)
             if (Joinable(address) && (LevelSpinner(panel, address, group).Changed() ||
                                       panel.lblBypass[address].Changed()))
                 return true;
@@ -190,7 +188,7 @@ bool GroupWaterChanged(const PanelState& panel)
 void EncodeWater(Commands& commands, const PanelState& panel, const EncodeContext& context)
 {
     const Written written = EncodeMultiValve(commands, panel);
-    for (int address = 1; address <= kCandelabras; ++address)
+    for (int address = 1; address <= fountain::kCandelabrasAddress; ++address)
         for (int group = 0; group <= 1; ++group)
             if (Joinable(address))
                 EncodeJoinable(commands, panel, address, group, written);
@@ -198,11 +196,13 @@ void EncodeWater(Commands& commands, const PanelState& panel, const EncodeContex
         SettleGroupWater(commands, panel);
     EncodeCurtains(commands, panel, context);
     if (panel.updnBazookas.Changed())
-        Put(commands, kBazookasSpout, panel.updnBazookas.Value + 16, kGroupMask, kAllButGroup);
+        Put(commands, fountain::kBazookasSpoutAddress, panel.updnBazookas.Value + 16,
+            fountain::kGroupBits, kAllButGroup);
     if (panel.updnSpout.Changed())
-        Put(commands, kBazookasSpout, panel.updnSpout.Value + 32, kGroupMask, kAllButGroup);
+        Put(commands, fountain::kBazookasSpoutAddress, panel.updnSpout.Value + 32,
+            fountain::kGroupBits, kAllButGroup);
     if (panel.lblVoice.Changed())
-        PutOnly(commands, kVoice, panel.lblVoice.Caption == "X" ? 1 : 0);
+        PutOnly(commands, fountain::kVoiceAddress, panel.lblVoice.Caption == "X" ? 1 : 0);
 }
 
 }  // namespace panel

@@ -10,8 +10,6 @@ namespace {
 using document::Commands;
 using document::Which;
 
-constexpr int kDisplay = 0;
-
 }  // namespace
 
 void EncodeReset(Commands& commands, const PanelState& panel)
@@ -26,7 +24,7 @@ void EncodeReset(Commands& commands, const PanelState& panel)
 void EncodeDisplay(Commands& commands, const PanelState& panel)
 {
     if (panel.updnDisplay.Changed())
-        PutOnly(commands, kDisplay, panel.updnDisplay.Value);
+        PutOnly(commands, fountain::kOperatorDisplayAddress, panel.updnDisplay.Value);
 }
 
 void EncodeCopy(Commands& commands, PanelState& panel)

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "document/command_list.h"
+#include "fountain/command_map.h"
 #include "fountain/fountain.h"
 #include "panel/panel_state.h"
 
@@ -38,7 +39,7 @@ void EncodeSweepMotion(document::Commands& commands, const PanelState& panel,
 /// Data bit 16 for Group A, 32 for Group B.
 [[nodiscard]] constexpr int GroupBit(int group)
 {
-    return 16 << group;
+    return fountain::kGroupABit << group;
 }
 
 }  // namespace panel

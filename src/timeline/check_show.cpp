@@ -16,7 +16,6 @@ using document::Choreography;
 using fountain::Device;
 
 constexpr std::int32_t kLongestStretch = 120'000;  // ms without a reset
-constexpr int kPeacockBit = 64;
 
 struct Deaf final : fountain::FountainListener {
     void OnOperatorDisplay(std::uint8_t) override {}
@@ -103,7 +102,7 @@ Raised RaisedBy(std::string_view commands)
             continue;
         raised.front |= (command.data & fountain::kGroupABit) != 0;
         if ((command.data & fountain::kGroupBBit) != 0)
-            ((command.data & kPeacockBit) != 0 ? raised.peacock : raised.back) = true;
+            ((command.data & fountain::kPeacockBit) != 0 ? raised.peacock : raised.back) = true;
     }
     return raised;
 }

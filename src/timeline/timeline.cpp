@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "document/time_text.h"
+#include "fountain/command_map.h"
 #include "panel/load_panel.h"
 
 namespace timeline {
 namespace {
 
-constexpr std::uint8_t kOperatorDisplayAddress = 0;
 const document::Commands kNoCommands;
 
 }  // namespace
@@ -101,7 +101,7 @@ void Timeline::FindOperatorDisplayBefore(std::int32_t slot)
             choreography_.strCommands[static_cast<std::size_t>(slot)];
         for (int k = document::CommandCount(commands); k-- > 0;) {
             const document::Command command = document::CommandAt(commands, k);
-            if (command.address != kOperatorDisplayAddress)
+            if (command.address != fountain::kOperatorDisplayAddress)
                 continue;
             operatorDisplay_ = command.data;
             return;
