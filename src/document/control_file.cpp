@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "document/ascii.h"
 #include "document/file_io.h"
 #include "document/prune.h"
 
@@ -13,11 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kBackups = 5;
-
-char LowerAscii(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 bool SameButForCase(std::string_view a, std::string_view b)
 {

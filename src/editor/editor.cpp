@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "document/ascii.h"
+
 namespace editor {
 namespace {
 
@@ -12,15 +14,10 @@ namespace fs = std::filesystem;
 constexpr std::string_view kControlExtension = ".ctl";
 constexpr std::array<std::string_view, 2> kMusicExtensions{".mp3", ".wav"};
 
-char LowerCase(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 fs::path WithoutKnownExtension(const fs::path& name)
 {
     std::string extension = name.extension().string();
-    std::ranges::transform(extension, extension.begin(), LowerCase);
+    std::ranges::transform(extension, extension.begin(), document::LowerAscii);
     const bool known = extension == kControlExtension ||
                        std::ranges::find(kMusicExtensions, extension) != kMusicExtensions.end();
     return known ? fs::path(name).replace_extension() : name;
