@@ -1,4 +1,3 @@
-#include <array>
 #include <optional>
 
 #include "fountain/command_map.h"
@@ -37,28 +36,14 @@ const Spinner& LevelSpinner(const PanelState& panel, int address, int group)
     return panel.updnRings[fountain::RingIndex(address, group)];
 }
 
-int ImpliedLevel(int multiValve, int address)
+void EncodeMultiValve(Commands& commands, const PanelState& panel)
 {
-    if (multiValve != fountain::kWeddingCakeLevel)
-        return multiValve;
-    return address == fountain::kSweepsAddress ? fountain::kHighestLevel : address;
-}
-
-/// The multi-valve values that were written in this edit, by group.
-using Written = std::array<std::optional<int>, 2>;
-
-Written EncodeMultiValve(Commands& commands, const PanelState& panel)
-{
-    Written written;
     for (int group = 0; group <= 1; ++group) {
         const Spinner& spinner = panel.updnMultiValve[group];
-        if (!spinner.Changed())
-            continue;
-        Put(commands, fountain::kMultiValveAddress, spinner.Value + GroupBit(group),
-            fountain::kGroupBits, kAllButGroup);
-        written[static_cast<std::size_t>(group)] = spinner.Value;
+        if (spinner.Changed())
+            Put(commands, fountain::kMultiValveAddress, spinner.Value + GroupBit(group),
+                fountain::kGroupBits, kAllButGroup);
     }
-    return written;
 }
 
 // The join alone: on the commands that there are, else by a command for no group.
@@ -74,22 +59,16 @@ void EncodeJoin(Commands& commands, int address, int join)
     });
 }
 
-void EncodeJoinable(Commands& commands, const PanelState& panel, int address, int group,
-                    const Written& written)
+// A level that the multi-valve implies is not Changed: the multi-valve sets the Tag with the value.
+void EncodeJoinable(Commands& commands, const PanelState& panel, int address, int group)
 {
     const Spinner& spinner = LevelSpinner(panel, address, group);
     const int join = JoinBit(panel, address);
-    if (!spinner.Changed()) {
-        if (panel.lblBypass[address].Changed())
-            EncodeJoin(commands, address, join);
-        return;
-    }
-    const auto& multiValve = written[static_cast<std::size_t>(group)];
-    const bool implied = UnderMultiValve(address) && multiValve &&
-                         ImpliedLevel(*multiValve, address) == spinner.Value;
-    if (!implied)
+    if (spinner.Changed())
         Put(commands, address, spinner.Value + join + GroupBit(group), fountain::kGroupBits,
             kAllButGroup);
+    else if (panel.lblBypass[address].Changed())
+        EncodeJoin(commands, address, join);
 }
 
 // A group's last multi-valve command stays, alone, ahead of the devices that it sets.
@@ -187,11 +166,11 @@ bool GroupWaterChanged(const PanelState& panel)
 
 void EncodeWater(Commands& commands, const PanelState& panel, const EncodeContext& context)
 {
-    const Written written = EncodeMultiValve(commands, panel);
+    EncodeMultiValve(commands, panel);
     for (int address = 1; address <= fountain::kCandelabrasAddress; ++address)
         for (int group = 0; group <= 1; ++group)
             if (Joinable(address))
-                EncodeJoinable(commands, panel, address, group, written);
+                EncodeJoinable(commands, panel, address, group);
     if (GroupWaterChanged(panel))
         SettleGroupWater(commands, panel);
     EncodeCurtains(commands, panel, context);
