@@ -1,8 +1,5 @@
 #include "fountain/fountain.h"
 
-#include <cmath>
-
-#include "fountain/colors.h"
 #include "fountain/command_map.h"
 
 namespace fountain {
@@ -31,12 +28,6 @@ std::int16_t Halves(bool joined, int other, int level)
     return Level(joined ? other + level : 2 * level);
 }
 
-// d / 16 rounded to the nearest whole number, ties to even.
-int CurtainLightsOf(int data)
-{
-    return static_cast<int>(std::nearbyint(data / 16.0)) & 3;
-}
-
 }  // namespace
 
 void Fountain::ApplyCommands(std::string_view commands, FountainListener& listener)
@@ -45,12 +36,6 @@ void Fountain::ApplyCommands(std::string_view commands, FountainListener& listen
     for (std::size_t at = 0; at + 1 < commands.size(); at += 2)
         ApplyCommand(static_cast<std::uint8_t>(commands[at]),
                      static_cast<std::uint8_t>(commands[at + 1]), listener);
-}
-
-void Fountain::EndSingleLightShift()
-{
-    if (state_.mblnLightsMoving && !state_.mblnLightsTimed)
-        state_.mblnLightsMoving = false;
 }
 
 void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& listener)
@@ -98,40 +83,6 @@ void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& li
             break;
         default:
             ApplyLightCommand(address, data);
-            break;
-    }
-}
-
-void Fountain::ApplyLightCommand(std::uint8_t address, int data)
-{
-    const CommandRule& rule = RuleFor(address);
-    switch (rule.device) {
-        case Device::WhiteLights:
-            ApplyWhiteLights(data);
-            break;
-        case Device::ModuleLights:
-            SetModuleLights(rule.index, data & kLampBits);
-            break;
-        case Device::CurtainLights:
-            SetCurtainLights(1, CurtainLightsOf(data));
-            break;
-        case Device::PeacockLights:
-            SetPeacockLights(rule.index, data & 7);
-            break;
-        case Device::GroupLights:
-            if (rule.index != kGroupB)
-                SetGroupLights(kGroupA, data & kLampBits);
-            if (rule.index != kGroupA)
-                SetGroupLights(kGroupB, data & kLampBits);
-            break;
-        case Device::LightMovement:
-            ApplyLightMovement(data);
-            break;
-        case Device::LightTimer:
-            state_.mintLightTimer = static_cast<std::int16_t>(data * 100);
-            tmrLights.SetInterval(state_.mintLightTimer);
-            break;
-        default:
             break;
     }
 }
@@ -194,14 +145,6 @@ void Fountain::ApplyMultiValve(int data)
     }
 }
 
-void Fountain::ApplyWhiteLights(int data)
-{
-    SetCrossWhite((data & 2) != 0);
-    SetBazookaWhite((data & 4) != 0);
-    for (int module = 1; module <= 7; ++module)
-        SetModuleLights(module, (state_.mintModuleLights[module] & 7) | (data & kWhite));
-}
-
 void Fountain::ApplySweepMotion(bool opposed, int data)
 {
     state_.mintSweepSpeed = static_cast<std::int16_t>((data & 96) / 32);
@@ -261,24 +204,6 @@ void Fountain::ApplyCopy(int data)
     for (int source = kGroupA; source <= kGroupB; ++source)
         if (Selected(data, source))
             SetGroupLights(1 - source, lights[source]);
-}
-
-void Fountain::ApplyLightMovement(int data)
-{
-    if ((data & 31) == 0) {
-        state_.mblnLightsMoving = false;
-        state_.mblnLightsTimed = false;
-        tmrLights.Disable();
-        return;
-    }
-    state_.mblnLightsMoving = true;
-    state_.mblnLightsTimed = (data & 64) != 0;
-    state_.mblnLightsWrap = (data & 32) != 0;
-    state_.mblnLightsRight = (data & 1) != 0;
-    if (state_.mblnLightsTimed)
-        tmrLights.Enable();
-    else
-        ShiftModuleLights();
 }
 
 void Fountain::ResetWater()
@@ -411,63 +336,6 @@ void Fountain::Join(int address, bool joined)
     state_.mblnJoined[address] = joined;
     for (int group = kGroupA; group <= kGroupB; ++group)
         DrawJoinable(address, group, StoredLevel(address, group));
-}
-
-void Fountain::SetLightMovement(bool moving, bool right, bool wrap, bool timed)
-{
-    state_.mblnLightsMoving = moving;
-    state_.mblnLightsRight = right;
-    state_.mblnLightsWrap = wrap;
-    state_.mblnLightsTimed = timed;
-    tmrLights.SetEnabled(moving && timed);
-}
-
-void Fountain::SetModuleLights(int module, int value)
-{
-    state_.mintModuleLights[module] = static_cast<std::int16_t>(value);
-}
-
-void Fountain::SetGroupLights(int group, int value)
-{
-    for (int module = group + 1; module <= 7; module += 2)
-        SetModuleLights(module, value);
-    state_.mintGroupLights[group] = static_cast<std::int16_t>(value);
-}
-
-void Fountain::SetPeacockLights(int group, int value)
-{
-    drawing_.peacockLights = static_cast<std::int16_t>(value);  // all lines, whatever the group
-    state_.mintPeacockLights[group] = static_cast<std::int16_t>(value);
-}
-
-void Fountain::SetCurtainLights(int curtain, int lights)
-{
-    if (curtain == 1)
-        state_.mintCurtainLights = static_cast<std::int16_t>(lights);
-}
-
-void Fountain::SetCrossWhite(bool flag)
-{
-    state_.mblnCrossWhite = flag;
-}
-
-void Fountain::SetBazookaWhite(bool flag)
-{
-    state_.mblnBazookaWhite = flag;
-}
-
-void Fountain::ShiftModuleLights()
-{
-    const auto before = state_.mintModuleLights;
-    const int step = state_.mblnLightsRight ? 1 : -1;
-    for (int module = 1; module <= 7; ++module) {
-        const int source = module - step;
-        const bool enters = source < 1 || source > 7;
-        const int wrapped = source < 1 ? 7 : 1;
-        SetModuleLights(module, !enters                 ? before[source]
-                                : state_.mblnLightsWrap ? before[wrapped]
-                                                        : std::int16_t{0});
-    }
 }
 
 }  // namespace fountain
