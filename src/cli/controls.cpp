@@ -45,9 +45,9 @@ bool TimeEnabled(const Editor& editor, int)
     return editor.Transport().updnTimeEnabled;
 }
 
-bool Never(const Editor&, int)
+bool ShiftOpen(const Editor& editor, int)
 {
-    return false;
+    return editor.ShiftPanel().visible;
 }
 
 template <timeline::Menu Which>
@@ -95,6 +95,12 @@ bool PressTime(Editor& editor, const ControlEntry&, int index, int amount)
 bool PressRotateTime(Editor& editor, const ControlEntry&, int index, int amount)
 {
     editor.updnRotateTime_Press(index, amount);
+    return true;
+}
+
+bool PressShiftTime(Editor& editor, const ControlEntry&, int index, int amount)
+{
+    editor.updnShiftTime_Press(index, amount);
     return true;
 }
 
@@ -150,9 +156,9 @@ constexpr ControlEntry kOthers[] = {
     {"lblReset",          0,  2, PanelEnabled,                          nullptr, nullptr,         ClickIndexed<&Editor::lblReset_Click>, nullptr},
     {"updnRotateTime",    0,  1, PanelEnabled,                          nullptr, PressRotateTime, nullptr,          nullptr},
     {"updnTime",          0,  2, TimeEnabled,                           nullptr, PressTime,       nullptr,          nullptr},
-    {"updnShiftTime",     0,  2, Never,                                 nullptr, NotHere,         nullptr,          nullptr},
-    {"cmdShift",          0,  1, Never,                                 nullptr, nullptr,         NotHere,          nullptr},
-    {"lblTime",           0,  0, TimeEnabled,                           nullptr, nullptr,         NotHere,          ClickSingle<&Editor::lblTime_RightClick>},
+    {"updnShiftTime",     0,  2, ShiftOpen,                             nullptr, PressShiftTime,  nullptr,          nullptr},
+    {"cmdShift",          0,  1, ShiftOpen,                             nullptr, nullptr,         ClickIndexed<&Editor::cmdShift_Click>, nullptr},
+    {"lblTime",           0,  0, TimeEnabled,                           nullptr, nullptr,         ClickSingle<&Editor::OpenShiftPanel>, ClickSingle<&Editor::lblTime_RightClick>},
     {"mnuFileAction",     0,  9, ItemEnabled<timeline::kFileMenu>,      nullptr, nullptr,         ClickFileItem,    nullptr},
     {"mnuDisplayAction",  0,  5, ItemEnabled<timeline::kDisplayMenu>,   nullptr, nullptr,         ClickDisplayItem, nullptr},
     {"mnuHelpAction",     0,  3, ItemEnabled<timeline::kHelpMenu>,      nullptr, nullptr,         NotHere,          nullptr},
@@ -161,9 +167,9 @@ constexpr ControlEntry kOthers[] = {
     {"mmSong_pause",      0,  0, SongEnabled<&SongButtons::pause>,      nullptr, nullptr,         ClickSingle<&Editor::mmSong_PauseClick>, nullptr},
     {"mmSong_stop",       0,  0, SongEnabled<&SongButtons::stop>,       nullptr, nullptr,         ClickSingle<&Editor::mmSong_StopClick>, nullptr},
     {"mmEditing_play",    0,  0, EditingEnabled<&EditingButtons::play>, nullptr, nullptr,         ClickSingle<&Editor::mmEditing_PlayClick>, nullptr},
-    {"mmEditing_add",     0,  0, EditingEnabled<&EditingButtons::add>,  nullptr, nullptr,         NotHere,          nullptr},
-    {"mmEditing_prev",    0,  0, EditingEnabled<&EditingButtons::prev>, nullptr, nullptr,         NotHere,          nullptr},
-    {"mmEditing_next",    0,  0, EditingEnabled<&EditingButtons::next>, nullptr, nullptr,         NotHere,          nullptr},
+    {"mmEditing_add",     0,  0, EditingEnabled<&EditingButtons::add>,  nullptr, nullptr,         ClickSingle<&Editor::mmEditing_AddClick>, nullptr},
+    {"mmEditing_prev",    0,  0, EditingEnabled<&EditingButtons::prev>, nullptr, nullptr,         ClickSingle<&Editor::mmEditing_PrevClick>, nullptr},
+    {"mmEditing_next",    0,  0, EditingEnabled<&EditingButtons::next>, nullptr, nullptr,         ClickSingle<&Editor::mmEditing_NextClick>, nullptr},
     {"mmEditing_clear",   0,  0, EditingEnabled<&EditingButtons::clear>,nullptr, nullptr,         ClickSingle<&Editor::mmEditing_ClearClick>, nullptr},
 };
 // clang-format on

@@ -3,15 +3,13 @@
 #include <cstddef>
 #include <string_view>
 
+#include "document/time_text.h"
+
 namespace cli {
 namespace {
 
 using document::IndexedArray;
 using Json = nlohmann::ordered_json;
-
-// What the shift panel shows while it has never been opened.
-constexpr std::string_view kNoShiftTime = "00:00.0";
-constexpr std::string_view kNoShift = "no shifting";
 
 // Captions that never change. Those of the light movement are arrows, which no text can show.
 // clang-format off
@@ -107,8 +105,10 @@ std::string ColorText(fountain::Color color)
     return text;
 }
 
-Json PanelJson(const panel::PanelState& panel, const std::string& readout)
+Json PanelJson(const editor::Editor& editor)
 {
+    const panel::PanelState& panel = editor.Panel();
+    const timeline::ShiftPanel& shift = editor.ShiftPanel();
 #define CONTROLS(name)              \
     {                               \
 #name, Controls(panel.name) \
@@ -140,10 +140,10 @@ Json PanelJson(const panel::PanelState& panel, const std::string& readout)
             LABELS(lblErase, kErase),
             CONTROLS(lblSweepTo),
             {"lblDisplay", CaptionOnly(panel.lblDisplay.Caption)},
-            {"lblTime", CaptionOnly(readout)},
+            {"lblTime", CaptionOnly(editor.Timeline().lblTime())},
             {"lblRotateTime", CaptionOnly(panel.lblRotateTime.Caption)},
-            {"lblShiftTime", CaptionOnly(kNoShiftTime)},
-            {"lblShiftFactor", CaptionOnly(kNoShift)}};
+            {"lblShiftTime", CaptionOnly(document::ReadoutText(shift.newTime))},
+            {"lblShiftFactor", CaptionOnly(timeline::ShiftText(shift.Amount()))}};
 #undef CONTROLS
 #undef LABELS
 }

@@ -77,12 +77,11 @@ Json Document(const document::Choreography& choreography)
             {"lastSlot", choreography.lngLastSlot()}};
 }
 
-// The shift panel is not there yet.
 Json Modes(const editor::Editor& editor)
 {
     return {{"commandStep", editor.CommandStepMode()},
             {"erase", editor.EraseMode()},
-            {"shift", false},
+            {"shift", editor.ShiftPanel().visible},
             {"playing", editor.Playback().Playing()}};
 }
 
@@ -193,7 +192,7 @@ Json StateJson(const editor::Editor& editor)
             {"menus", Menus(editor.Transport())},
             {"measures", MeasuresJson(measures)},
             {"scene", SceneJson(editor.BuildScene(layout, measures))},
-            {"panel", PanelJson(editor.Panel(), timeline.lblTime())}};
+            {"panel", PanelJson(editor)}};
 }
 
 }  // namespace cli

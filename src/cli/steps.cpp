@@ -86,14 +86,19 @@ std::string ParseKey(Step& step, std::string_view value)
     return std::string(value) + ": expected a key: PageUp, PageDown, Home, End or F9";
 }
 
+constexpr std::string_view kNoMove =
+    "the time cannot be moved while something plays or the shift panel is open";
+
 // Keys step from command to command.
 std::string PerformKey(editor::Editor& editor, Key key)
 {
     constexpr timeline::StepMode kToCommand{.multiplier = 1, .commandStep = true};
-    if (key == Key::F9)
-        return "the shift panel cannot be used from the command line yet";
     if (!editor.Transport().updnTimeEnabled)
-        return "the time cannot be moved while something plays";
+        return std::string(kNoMove);
+    if (key == Key::F9) {
+        editor.OpenShiftPanel();
+        return {};
+    }
     const bool ends = key == Key::Home || key == Key::End;
     const auto field = ends ? timeline::TimeField::WholeRange : timeline::TimeField::Tenths;
     if (key == Key::PageUp || key == Key::End)
@@ -114,7 +119,7 @@ std::string PerformPlay(Show& show, std::int32_t time)
 std::string PerformMove(editor::Editor& editor, std::int32_t time)
 {
     if (!editor.Transport().updnTimeEnabled)
-        return "the time cannot be moved while something plays";
+        return std::string(kNoMove);
     editor.MoveTo(time);
     return {};
 }

@@ -26,6 +26,13 @@ void StoreCommands(Choreography& choreography, std::int32_t index, Commands comm
     choreography.strCommands[slot] = std::move(commands);
 }
 
+void ShiftSlots(Choreography& choreography, std::int32_t index, std::int32_t amount)
+{
+    const auto last = static_cast<std::size_t>(choreography.lngLastSlot());
+    for (auto slot = static_cast<std::size_t>(index); slot < last; ++slot)
+        choreography.lngTime[slot] += amount;
+}
+
 void EraseSlot(Choreography& choreography, std::int32_t index)
 {
     assert(index >= 0 && index < choreography.lngLastSlot());

@@ -48,6 +48,10 @@ void InsertSlot(Choreography& choreography, std::int32_t index, std::int32_t tim
 /// Replaces the commands of slot `index` (0..lngLastSlot-1) and its reset flag.
 void StoreCommands(Choreography& choreography, std::int32_t index, Commands commands);
 
+/// Moves the slots from `index` on (0..lngLastSlot) by `amount` ms; they must stay behind the slot
+/// before them, at 0 or later, and ahead of the sentinel.
+void ShiftSlots(Choreography& choreography, std::int32_t index, std::int32_t amount);
+
 /// Takes slot `index` (0..lngLastSlot-1) out.
 void EraseSlot(Choreography& choreography, std::int32_t index);
 

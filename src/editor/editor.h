@@ -13,6 +13,7 @@
 #include "panel/panel_state.h"
 #include "timeline/music_player.h"
 #include "timeline/playback.h"
+#include "timeline/shift.h"
 #include "timeline/stepping.h"
 #include "timeline/timeline.h"
 
@@ -122,7 +123,22 @@ class Editor : private timeline::PanelCommitter {
     void mmSong_PauseClick() { playback_.mmSong_PauseClick(); }
     void mmSong_StopClick() { playback_.mmSong_StopClick(); }
     void mmEditing_PlayClick() { playback_.mmEditing_PlayClick(); }
-    void mmEditing_ClearClick() { playback_.mmEditing_ClearClick(); }
+    void mmEditing_AddClick() { playback_.mmEditing_AddClick(); }
+    void mmEditing_PrevClick() { playback_.mmEditing_PrevClick(); }
+    void mmEditing_NextClick() { playback_.mmEditing_NextClick(); }
+    /// Clears the marks after a question; without music, stops the choreography that plays.
+    void mmEditing_ClearClick();
+    /// Goes to mark `index` of `lstMarks`.
+    void lstMarks_DblClick(std::int32_t index) { playback_.GoToMark(index); }
+
+    /// F9, or the left button on the readout: commits, then opens the shift panel where commands
+    /// lie at the current time.
+    void OpenShiftPanel();
+    [[nodiscard]] const timeline::ShiftPanel& ShiftPanel() const { return shift_; }
+    /// `updnShiftTime`: index 0 minutes, 1 seconds, 2 tenths; direction +1 or -1.
+    void updnShiftTime_Press(int index, int direction);
+    /// `cmdShift`: 0 sets, 1 cancels; both close the panel.
+    void cmdShift_Click(int index);
     void StepSnippet() { playback_.StepSnippet(); }
 
     /// The timers, in the order in which they tick when several are due at once.
@@ -151,6 +167,7 @@ class Editor : private timeline::PanelCommitter {
     timeline::Timeline timeline_;
     timeline::Playback playback_;
     bool started_ = false;
+    timeline::ShiftPanel shift_;
     bool eraseMode_ = false;
     bool commandStep_ = false;
     mutable std::optional<fountain::Fountain> before_;  ///< for `PendingText`, while an edit lasts

@@ -10,6 +10,7 @@ constexpr std::uint16_t kFileAll = 691;  // all but Save
 constexpr std::uint16_t kFileAllAndSave = 699;
 constexpr std::uint16_t kFileEmpty = 515;  // New, Open, Exit
 constexpr std::uint16_t kFileExitOnly = 512;
+constexpr std::uint16_t kDisplayAll = 63;
 constexpr std::uint16_t kHelpAll = 11;
 constexpr std::uint16_t kNone = 0;
 
@@ -83,7 +84,7 @@ void Playback::BeginPlaying()
 // the marks has another job, so it stays off.
 void Playback::ReturnToEditing()
 {
-    const bool marks = !lstMarks_.tenths.empty();
+    const bool marks = !lstMarks_.Empty();
     const bool music = mmSong_.Mode() != PlayerMode::NotReady;
     transport_.mmEditing = {
         .play = true, .add = false, .prev = marks, .next = marks, .clear = marks && music};
@@ -190,12 +191,73 @@ void Playback::StopPlayback()
 {
     mmSong_.SetUpdateInterval(0);
     mmSong_.Stop();
-    if (!lstMarks_.tenths.empty()) {
+    if (!lstMarks_.Empty()) {
         lstMarks_.selected = std::max(lstMarks_.selected, 0);
-        timeline_.GoToTime(lstMarks_.tenths[static_cast<std::size_t>(lstMarks_.selected)] * 100);
+        timeline_.GoToTime(lstMarks_.SelectedTime());
     }
     ReturnToEditing();
     mmSong_.SetFrom(timeline_.CurrentTime());
+}
+
+void Playback::mmEditing_AddClick()
+{
+    if (transport_.mmEditing.add && mmSong_.Mode() == PlayerMode::Playing)
+        AddMark(lstMarks_, mmSong_.Position());
+}
+
+void Playback::mmEditing_NextClick()
+{
+    if (!transport_.mmEditing.next)
+        return;
+    SelectNext(lstMarks_);
+    GoToSelectedMark();
+}
+
+void Playback::mmEditing_PrevClick()
+{
+    if (!transport_.mmEditing.prev)
+        return;
+    SelectPrevious(lstMarks_);
+    GoToSelectedMark();
+}
+
+void Playback::GoToMark(std::int32_t index)
+{
+    if (!transport_.updnTimeEnabled || index < 0 ||
+        index >= static_cast<std::int32_t>(lstMarks_.tenths.size()))
+        return;
+    lstMarks_.selected = index;
+    GoToSelectedMark();
+}
+
+void Playback::GoToSelectedMark()
+{
+    committer_.CommitPanel();
+    timeline_.GoToTime(lstMarks_.SelectedTime());
+    EnableTimeSpinners(true);
+}
+
+void Playback::ClearMarks()
+{
+    lstMarks_ = {};
+    transport_.mmEditing.prev = false;
+    transport_.mmEditing.next = false;
+    transport_.mmEditing.clear = false;
+}
+
+void Playback::SetShiftOpen(bool open)
+{
+    SetMenuMask(kDisplayMenu, open ? kNone : kDisplayAll);
+    if (!open) {
+        ReturnToEditing();
+        return;
+    }
+    EnableTimeSpinners(false);
+    transport_.fraControlsEnabled = false;
+    transport_.mmEditing = {.play = false};
+    transport_.mmSong = {};
+    SetMenuMask(kFileMenu, kFileExitOnly);
+    SetMenuMask(kHelpMenu, kNone);
 }
 
 void Playback::mmEditing_PlayClick()

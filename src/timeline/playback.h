@@ -39,7 +39,17 @@ class Playback : public MusicEvents {
     void mmSong_PauseClick();
     void mmSong_StopClick();
     void mmEditing_PlayClick();
+    void mmEditing_AddClick();
+    void mmEditing_PrevClick();
+    void mmEditing_NextClick();
+    /// Without music, the stop of the choreography that plays; marks are cleared by `ClearMarks`.
     void mmEditing_ClearClick();
+    void ClearMarks();
+    /// Goes to mark `index` of the list and selects it; nothing while something plays.
+    void GoToMark(std::int32_t index);
+
+    /// While the shift panel is open nothing but its own controls and Exit can be used.
+    void SetShiftOpen(bool open);
 
     void mmSong_PlayCompleted() override;
     void mmSong_PauseCompleted() override;
@@ -72,6 +82,7 @@ class Playback : public MusicEvents {
     void StopControlFile();
     void BeginSnippet();
     void PlayControlFile();
+    void GoToSelectedMark();
 
     const document::Choreography& choreography_;
     Timeline& timeline_;
