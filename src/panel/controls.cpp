@@ -9,15 +9,6 @@
 namespace panel {
 namespace {
 
-constexpr int kShortTravel = 1;
-constexpr int kLongTravel = 3;
-constexpr int kFirstPeacockA = 36;
-constexpr int kBazookaWhite = 39;
-constexpr int kFirstPeacockB = 40;
-constexpr int kAllWhite = 43;
-constexpr int kFirstCurtain = 44;
-constexpr int kCross = 46;
-
 int RingOf(int index)
 {
     return index / 2 + 1;
@@ -107,11 +98,6 @@ void VoiceClicked(PanelEdit edit, int)
 
 // --- sweep motion
 
-int Travel(const PanelState& panel)
-{
-    return panel.lblSweepTravel.Caption == "long" ? kLongTravel : kShortTravel;
-}
-
 // The speed spinner and the four speed labels mirror one another.
 void SweepSpeedChanged(PanelEdit edit, int)
 {
@@ -119,7 +105,8 @@ void SweepSpeedChanged(PanelEdit edit, int)
     for (int index = 0; index <= 3; ++index)
         edit.panel.lblMotion[index].BackColor =
             index == speed ? fountain::kPanelOn : fountain::kPanelOff;
-    edit.fountain.ApplySweepMotion(edit.panel.lblMotion[5].Lit(), speed * 32 + Travel(edit.panel));
+    edit.fountain.ApplySweepMotion(edit.panel.lblMotion[5].Lit(),
+                                   speed * 32 + SweepTravel(edit.panel));
 }
 
 void MotionClicked(PanelEdit edit, int clicked)
@@ -137,19 +124,18 @@ void SweepTravelClicked(PanelEdit edit, int)
 {
     CaptionLabel& label = edit.panel.lblSweepTravel;
     label.Caption = label.Caption == "long" ? "short" : "long";
-    ShowSweepEnds(edit.panel, Travel(edit.panel));
+    ShowSweepEnds(edit.panel, SweepTravel(edit.panel));
 }
 
-// 0 no command, 1 stop, 2 upward, 3 downward. A stop is for both groups, so the other one that
-// shows a pulsation is started again.
+// A stop is for both groups, so the other one that shows a pulsation is started again.
 void PulsateChanged(PanelEdit edit, int group)
 {
     const auto start = [&edit](int which) {
         const int value = edit.panel.updnSweepPulsate[which].Value;
-        if (value >= 2)
-            edit.fountain.ApplyPulsation((16 << which) + (value == 3 ? 64 : 0));
+        if (value >= kPulsateUpward)
+            edit.fountain.ApplyPulsation((16 << which) + (value == kPulsateDownward ? 64 : 0));
     };
-    if (edit.panel.updnSweepPulsate[group].Value == 1) {
+    if (edit.panel.updnSweepPulsate[group].Value == kPulsateStop) {
         edit.fountain.ApplyPulsation(0);
         start(1 - group);
     }
@@ -164,21 +150,12 @@ void SetLit(PanelState& panel, int index, bool lit)
         ToggleLightLabel(panel, index, LightLabelMode(index));
 }
 
-int LightBits(const PanelState& panel, int first, int count)
-{
-    int bits = 0;
-    for (int lamp = 0; lamp < count; ++lamp)
-        if (panel.lblLight[first + lamp].Lit())
-            bits |= 1 << lamp;
-    return bits;
-}
-
 // A lamp of every second module (step 2) or of all (step 1), from module `first` on.
 void SetLamps(PanelEdit edit, int first, int step, int lamp, bool lit)
 {
     for (int module = first; module <= 7; module += step) {
         SetLit(edit.panel, 4 * (module - 1) + lamp, lit);
-        edit.fountain.SetModuleLights(module, LightBits(edit.panel, 4 * (module - 1), 4));
+        edit.fountain.SetModuleLights(module, LitLamps(edit.panel, 4 * (module - 1), 4));
     }
 }
 
@@ -187,22 +164,22 @@ void LightClicked(PanelEdit edit, int index)
     PanelState& panel = edit.panel;
     SetLit(panel, index, !panel.lblLight[index].Lit());
     const bool lit = panel.lblLight[index].Lit();
-    if (index < 28)
-        edit.fountain.SetModuleLights(index / 4 + 1, LightBits(panel, index / 4 * 4, 4));
-    else if (index < kFirstPeacockA)
-        SetLamps(edit, index < 32 ? 1 : 2, 2, index % 4, lit);
-    else if (index < kBazookaWhite)
-        edit.fountain.SetPeacockLights(0, LightBits(panel, kFirstPeacockA, 3));
-    else if (index == kBazookaWhite)
+    if (index < kGroupALabels)
+        edit.fountain.SetModuleLights(index / 4 + 1, LitLamps(panel, index / 4 * 4, 4));
+    else if (index < kPeacockALabels)
+        SetLamps(edit, index < kGroupBLabels ? 1 : 2, 2, index % 4, lit);
+    else if (index < kBazookaLabel)
+        edit.fountain.SetPeacockLights(0, LitLamps(panel, kPeacockALabels, 3));
+    else if (index == kBazookaLabel)
         edit.fountain.SetBazookaWhite(lit);
-    else if (index < kAllWhite)
-        edit.fountain.SetPeacockLights(1, LightBits(panel, kFirstPeacockB, 3));
-    else if (index == kAllWhite)
+    else if (index < kAllWhiteLabel)
+        edit.fountain.SetPeacockLights(1, LitLamps(panel, kPeacockBLabels, 3));
+    else if (index == kAllWhiteLabel)
         SetLamps(edit, 1, 1, 3, lit);
-    else if (index == kCross)
+    else if (index == kCrossLabel)
         edit.fountain.SetCrossWhite(lit);
     else
-        edit.fountain.SetCurtainLights(1, LightBits(panel, kFirstCurtain, 2));
+        edit.fountain.SetCurtainLights(1, LitLamps(panel, kCurtainGreenLabel, 2));
 }
 
 // --- light movement, copy, display

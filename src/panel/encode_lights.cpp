@@ -11,14 +11,6 @@ namespace {
 using document::Commands;
 using document::Which;
 
-constexpr int kGroupLabels = 28;  // lblLight 28..31 Group A, 32..35 Group B
-constexpr int kPeacockLabels = 36;
-constexpr int kBazookaLabel = 39;
-constexpr int kAllWhiteLabel = 43;
-constexpr int kGreenLabel = 44;
-constexpr int kAmberLabel = 45;
-constexpr int kCrossLabel = 46;
-
 bool IsModule(int address)
 {
     return address >= fountain::kFirstModuleAddress && address <= fountain::kLastModuleAddress;
@@ -26,15 +18,6 @@ bool IsModule(int address)
 bool IsGroup(int address)
 {
     return address >= fountain::kGroupALightsAddress && address <= fountain::kBothLightsAddress;
-}
-
-int Bits(const PanelState& panel, int first, int count)
-{
-    int bits = 0;
-    for (int lamp = 0; lamp < count; ++lamp)
-        if (panel.lblLight[first + lamp].Lit())
-            bits |= 1 << lamp;
-    return bits;
 }
 
 bool Changed(const PanelState& panel, int first, int count)
@@ -85,12 +68,12 @@ void AppendGroup(Commands& commands, int address, int bits)
 
 void EncodeGroups(Commands& commands, const PanelState& panel)
 {
-    const bool changedA = Changed(panel, kGroupLabels, 4);
-    const bool changedB = Changed(panel, kGroupLabels + 4, 4);
+    const bool changedA = Changed(panel, kGroupALabels, 4);
+    const bool changedB = Changed(panel, kGroupBLabels, 4);
     if (!changedA && !changedB)
         return;
-    const int bitsA = Bits(panel, kGroupLabels, 4);
-    const int bitsB = Bits(panel, kGroupLabels + 4, 4);
+    const int bitsA = LitLamps(panel, kGroupALabels, 4);
+    const int bitsB = LitLamps(panel, kGroupBLabels, 4);
     if (bitsA == bitsB) {
         document::RemoveCommand(commands, fountain::kGroupALightsAddress, Which::All);
         document::RemoveCommand(commands, fountain::kGroupBLightsAddress, Which::All);
@@ -140,7 +123,7 @@ ModuleValues WantedModules(const Commands& commands, const PanelState& panel,
     for (int module = 1; module <= 7; ++module) {
         const int first = 4 * (module - 1);
         if (Changed(panel, first, 4))
-            wanted[module] = static_cast<std::int16_t>(Bits(panel, first, 4));
+            wanted[module] = static_cast<std::int16_t>(LitLamps(panel, first, 4));
     }
     return wanted;
 }
@@ -174,14 +157,14 @@ void EncodeLights(Commands& commands, const PanelState& panel, const EncodeConte
     EncodeWhites(commands, panel);
     EncodeGroups(commands, panel);
     EncodeModules(commands, wanted, context);
-    if (Changed(panel, kGreenLabel, 2))
+    if (Changed(panel, kCurtainGreenLabel, 2))
         PutOnly(commands, fountain::kCurtainLightsAddress,
-                LitValue(panel, kGreenLabel, 16) | LitValue(panel, kAmberLabel, 32));
-    if (Changed(panel, kPeacockLabels, 3))
-        PutOnly(commands, fountain::kPeacockALightsAddress, Bits(panel, kPeacockLabels, 3));
-    if (Changed(panel, kPeacockLabels + 4, 3)) {
+                LitValue(panel, kCurtainGreenLabel, 16) | LitValue(panel, kCurtainAmberLabel, 32));
+    if (Changed(panel, kPeacockALabels, 3))
+        PutOnly(commands, fountain::kPeacockALightsAddress, LitLamps(panel, kPeacockALabels, 3));
+    if (Changed(panel, kPeacockBLabels, 3)) {
         document::RemoveCommand(commands, fountain::kPeacockBTooAddress, Which::All);
-        PutOnly(commands, fountain::kPeacockBLightsAddress, Bits(panel, kPeacockLabels + 4, 3));
+        PutOnly(commands, fountain::kPeacockBLightsAddress, LitLamps(panel, kPeacockBLabels, 3));
     }
 }
 

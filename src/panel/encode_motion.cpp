@@ -10,10 +10,6 @@ namespace {
 using document::Commands;
 using document::Which;
 
-constexpr int kStopPulsation = 1;  // updnSweepPulsate: 1 stop, 2 upward, 3 downward
-constexpr int kUpward = 2;
-constexpr int kDownward = 3;
-
 void EncodeMotion(Commands& commands, const PanelState& panel)
 {
     const bool labels =
@@ -21,14 +17,13 @@ void EncodeMotion(Commands& commands, const PanelState& panel)
     if (!labels && !panel.updnSweepSpeed.Changed() && !panel.lblSweepTravel.Changed())
         return;
     const bool opposed = panel.lblMotion[5].Lit();
-    const int travel = panel.lblSweepTravel.Caption == "long" ? 3 : 1;
     const int speed = panel.updnSweepSpeed.Value;
     document::RemoveCommand(
         commands, opposed ? fountain::kSynchronizedMotionAddress : fountain::kOpposedMotionAddress,
         Which::All);
     PutOnly(commands,
             opposed ? fountain::kOpposedMotionAddress : fountain::kSynchronizedMotionAddress,
-            speed == 0 ? 0 : speed * 32 + travel);
+            speed == 0 ? 0 : speed * 32 + SweepTravel(panel));
 }
 
 void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeContext& context)
@@ -51,7 +46,7 @@ void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeCo
     // that shows none may need the stop although nobody set it.
     const auto inherited = After(context.before, commands).State().mintPulseStep;
     for (int group = 0; group <= 1; ++group)
-        stop = stop || (spinners[group].Value == kStopPulsation &&
+        stop = stop || (spinners[group].Value == kPulsateStop &&
                         (spinners[group].Changed() || (had[group] && inherited[group] != 0)));
 
     const auto append = [&commands](int data) {
@@ -62,8 +57,8 @@ void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeCo
         append(0);
     for (int group = 0; group <= 1; ++group) {
         const Spinner& spinner = spinners[group];
-        if (spinner.Value >= kUpward && (spinner.Changed() || had[group] || stop))
-            append(GroupBit(group) + (spinner.Value == kDownward ? 64 : 0));
+        if (spinner.Value >= kPulsateUpward && (spinner.Changed() || had[group] || stop))
+            append(GroupBit(group) + (spinner.Value == kPulsateDownward ? 64 : 0));
     }
 }
 

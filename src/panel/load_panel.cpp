@@ -10,8 +10,7 @@ namespace {
 
 using fountain::FountainState;
 
-constexpr int kLightsOfModules = 28;  // lblLight 0..27: four lamps a module
-constexpr int kLongTravel = 2;        // a travel of 2 or 3 shows "long"
+constexpr int kLongTravel = 2;  // a travel of 2 or 3 shows "long"
 constexpr std::string_view kOnCaption = "X";
 
 void Load(Spinner& spinner, int value)
@@ -43,7 +42,9 @@ void LoadWater(PanelState& panel, const FountainState& state)
         Load(panel.updnCurtain[group], state.mintCurtainLevel[group]);
         Load(panel.updnMultiValve[group], state.mintMultiValveLevel[group]);
         const bool pulsates = state.mintPulseStep[group] != 0;
-        Load(panel.updnSweepPulsate[group], !pulsates ? 1 : state.mblnPulseDown[group] ? 3 : 2);
+        Load(panel.updnSweepPulsate[group], !pulsates                    ? kPulsateStop
+                                            : state.mblnPulseDown[group] ? kPulsateDownward
+                                                                         : kPulsateUpward);
     }
     Load(panel.updnBazookas, state.mintBazookaLevel);
     Load(panel.updnSpout, state.mintSpoutLevel);
@@ -94,21 +95,21 @@ bool AllModulesWhite(const FountainState& state)
 
 void LoadLights(PanelState& panel, const FountainState& state)
 {
-    for (int index = 0; index < kLightsOfModules; ++index)
+    for (int index = 0; index < kGroupALabels; ++index)
         LoadLight(panel, index, (state.mintModuleLights[index / 4 + 1] >> (index % 4) & 1) != 0);
     for (int lamp = 0; lamp < 4; ++lamp) {
-        LoadLight(panel, 28 + lamp, (state.mintGroupLights[0] >> lamp & 1) != 0);
-        LoadLight(panel, 32 + lamp, (state.mintGroupLights[1] >> lamp & 1) != 0);
+        LoadLight(panel, kGroupALabels + lamp, (state.mintGroupLights[0] >> lamp & 1) != 0);
+        LoadLight(panel, kGroupBLabels + lamp, (state.mintGroupLights[1] >> lamp & 1) != 0);
     }
     for (int lamp = 0; lamp < 3; ++lamp) {
-        LoadLight(panel, 36 + lamp, (state.mintPeacockLights[0] >> lamp & 1) != 0);
-        LoadLight(panel, 40 + lamp, (state.mintPeacockLights[1] >> lamp & 1) != 0);
+        LoadLight(panel, kPeacockALabels + lamp, (state.mintPeacockLights[0] >> lamp & 1) != 0);
+        LoadLight(panel, kPeacockBLabels + lamp, (state.mintPeacockLights[1] >> lamp & 1) != 0);
     }
-    LoadLight(panel, 39, state.mblnBazookaWhite);
-    LoadLight(panel, 43, AllModulesWhite(state));
-    LoadLight(panel, 44, (state.mintCurtainLights & 1) != 0);
-    LoadLight(panel, 45, (state.mintCurtainLights & 2) != 0);
-    LoadLight(panel, 46, state.mblnCrossWhite);
+    LoadLight(panel, kBazookaLabel, state.mblnBazookaWhite);
+    LoadLight(panel, kAllWhiteLabel, AllModulesWhite(state));
+    LoadLight(panel, kCurtainGreenLabel, (state.mintCurtainLights & 1) != 0);
+    LoadLight(panel, kCurtainAmberLabel, (state.mintCurtainLights & 2) != 0);
+    LoadLight(panel, kCrossLabel, state.mblnCrossWhite);
 
     const int motion = LightMotionIndex(state);
     for (int index = 0; index <= 3; ++index)

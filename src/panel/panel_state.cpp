@@ -43,12 +43,26 @@ void ToggleLightLabel(PanelState& panel, int index, int mode)
     if (mode == 0)
         label.BackColor =
             lamp == 3 ? fountain::kPanelOn : fountain::mlngColors((1 << lamp) + fountain::kWhite);
-    else if (index == 44)
+    else if (index == kCurtainGreenLabel)
         label.BackColor = fountain::mlngColors(14);
-    else if (index == 45)
+    else if (index == kCurtainAmberLabel)
         label.BackColor = fountain::mlngColors(12);
-    else if (index == 46)
+    else if (index == kCrossLabel)
         label.BackColor = fountain::kPanelOn;
+}
+
+int LitLamps(const PanelState& panel, int first, int count)
+{
+    int lamps = 0;
+    for (int lamp = 0; lamp < count; ++lamp)
+        if (panel.lblLight[first + lamp].Lit())
+            lamps |= 1 << lamp;
+    return lamps;
+}
+
+int SweepTravel(const PanelState& panel)
+{
+    return panel.lblSweepTravel.Caption == "long" ? 3 : 1;
 }
 
 }  // namespace panel

@@ -45,6 +45,24 @@ struct CaptionLabel {
 inline constexpr fountain::Color kEraseOn{255, 128, 128};
 inline constexpr fountain::Color kEraseOff{224, 224, 224};
 
+/// Where the lamps of a device begin in `lblLight`: red, blue, amber and white of each module (from
+/// 0 on), of
+/// Group A and of Group B; the first three of each peacock; single lamps.
+enum LightLabel : int {
+    kGroupALabels = 28,
+    kGroupBLabels = 32,
+    kPeacockALabels = 36,
+    kBazookaLabel = 39,
+    kPeacockBLabels = 40,
+    kAllWhiteLabel = 43,
+    kCurtainGreenLabel = 44,
+    kCurtainAmberLabel = 45,
+    kCrossLabel = 46
+};
+
+/// Values of `updnSweepPulsate`; 0 is no command.
+enum SweepPulsate : std::int16_t { kPulsateStop = 1, kPulsateUpward = 2, kPulsateDownward = 3 };
+
 /// Every control of the panel as plain data, under the name that its widget has.
 struct PanelState {
     document::IndexedArray<Spinner, 0, 9> updnRings;  ///< ring r of group g at 2(r-1)+g
@@ -94,7 +112,13 @@ void ToggleLightLabel(PanelState& panel, int index, int mode);
 /// The mode of `ToggleLightLabel` that gives label `index` its own colour.
 [[nodiscard]] constexpr int LightLabelMode(int index)
 {
-    return index <= 43 ? 0 : 1;
+    return index <= kAllWhiteLabel ? 0 : 1;
 }
+
+/// The light value of `count` labels of `lblLight` from `first` on: a bit for each that is lit.
+[[nodiscard]] int LitLamps(const PanelState& panel, int first, int count);
+
+/// The travel that `lblSweepTravel` asks for: 1 or 3 steps of ten degrees.
+[[nodiscard]] int SweepTravel(const PanelState& panel);
 
 }  // namespace panel

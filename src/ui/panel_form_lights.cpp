@@ -3,6 +3,9 @@
 #include <array>
 #include <string>
 
+#include "fountain/command_map.h"
+#include "panel/panel_state.h"
+
 namespace ui {
 namespace {
 
@@ -49,10 +52,10 @@ void AddModuleLamps(PanelRows& rows)
     constexpr double kPitch = 26.25;
     rows.Title("Lights of the modules", OnLine(0, kLightsLeft, 7 * kPitch));
     for (int module = 1; module <= 7; ++module)
-        AddLampColumn(
-            rows,
-            {4 * (module - 1), 4, kLightsLeft + kPitch * (module - 1), kPitch - 2, 16 + module},
-            std::to_string(module).c_str(), QStringLiteral("Module %1").arg(module));
+        AddLampColumn(rows,
+                      {4 * (module - 1), 4, kLightsLeft + kPitch * (module - 1), kPitch - 2,
+                       fountain::kFirstModuleAddress + module - 1},
+                      std::to_string(module).c_str(), QStringLiteral("Module %1").arg(module));
 }
 
 void AddGroupLamps(PanelRows& rows)
@@ -65,7 +68,8 @@ void AddGroupLamps(PanelRows& rows)
     for (int group = 0; group <= 1; ++group) {
         const auto i = static_cast<std::size_t>(group);
         AddLampColumn(rows,
-                      {28 + 4 * group, 4, kGroupLamps + kPitch * group, kPitch - 2, 49 + group},
+                      {panel::kGroupALabels + 4 * group, 4, kGroupLamps + kPitch * group,
+                       kPitch - 2, fountain::kGroupALightsAddress + group},
                       kGroupLetters[i], QString::fromLatin1(kGroups[i]));
     }
 }
@@ -76,9 +80,11 @@ void AddPeacockLamps(PanelRows& rows)
     rows.Title("Peacock", OnLine(0, kPeacockLamps, 2 * kPitch));
     for (int group = 0; group <= 1; ++group) {
         const auto i = static_cast<std::size_t>(group);
-        AddLampColumn(
-            rows, {36 + 4 * group, 3, kPeacockLamps + kPitch * group, kPitch - 2, 25 + group},
-            kGroupLetters[i], QStringLiteral("Peacock %1").arg(QLatin1String(kGroups[i])));
+        AddLampColumn(rows,
+                      {panel::kPeacockALabels + 4 * group, 3, kPeacockLamps + kPitch * group,
+                       kPitch - 2, fountain::kPeacockALightsAddress + group},
+                      kGroupLetters[i],
+                      QStringLiteral("Peacock %1").arg(QLatin1String(kGroups[i])));
     }
 }
 
@@ -87,15 +93,17 @@ void AddSideLamps(PanelRows& rows)
     constexpr double kWidth = kLightsRight - kSideLamps;
     constexpr double kHalf = (kWidth - 2) / 2;
     rows.Title("Curtain", OnLine(0, kSideLamps, kWidth));
-    AddLamp(rows, 44, "G", OnLine(1, kSideLamps, kHalf), QStringLiteral("Back curtain, green"), 24);
-    AddLamp(rows, 45, "A", OnLine(1, kSideLamps + kHalf + 2, kHalf),
-            QStringLiteral("Back curtain, amber"), 24);
+    AddLamp(rows, panel::kCurtainGreenLabel, "G", OnLine(1, kSideLamps, kHalf),
+            QStringLiteral("Back curtain, green"), fountain::kCurtainLightsAddress);
+    AddLamp(rows, panel::kCurtainAmberLabel, "A", OnLine(1, kSideLamps + kHalf + 2, kHalf),
+            QStringLiteral("Back curtain, amber"), fountain::kCurtainLightsAddress);
     rows.Title("White", OnLine(2, kSideLamps, kWidth));
-    AddLamp(rows, 39, "Bazookas", OnLine(3, kSideLamps, kWidth), QStringLiteral("Bazookas, white"),
-            16);
-    AddLamp(rows, 43, "Modules", OnLine(4, kSideLamps, kWidth),
-            QStringLiteral("All modules, white"), 16);
-    AddLamp(rows, 46, "Cross", OnLine(5, kSideLamps, kWidth), QStringLiteral("Cross, white"), 16);
+    AddLamp(rows, panel::kBazookaLabel, "Bazookas", OnLine(3, kSideLamps, kWidth),
+            QStringLiteral("Bazookas, white"), fountain::kWhiteLightsAddress);
+    AddLamp(rows, panel::kAllWhiteLabel, "Modules", OnLine(4, kSideLamps, kWidth),
+            QStringLiteral("All modules, white"), fountain::kWhiteLightsAddress);
+    AddLamp(rows, panel::kCrossLabel, "Cross", OnLine(5, kSideLamps, kWidth),
+            QStringLiteral("Cross, white"), fountain::kWhiteLightsAddress);
 }
 
 void AddMovement(PanelRows& rows)
@@ -111,7 +119,7 @@ void AddMovement(PanelRows& rows)
                     Writes(QStringLiteral("Move the lights of the modules %1: once, or again and "
                                           "again with the timer")
                                .arg(where),
-                           85));
+                           fountain::kLightMovementAddress));
     }
     rows.Button(PanelKind::Toggle, "lblTimer", -1, "Timer", OnLine(6, kEffects + 122, 46),
                 QStringLiteral("Light timer"),
