@@ -65,6 +65,12 @@ inline constexpr int kLampBits = 15;
 inline constexpr int kHighestLevel = 5;
 inline constexpr int kWeddingCakeLevel = 6;  ///< multi-valve only
 
+/// The data bit of group 0 (A) or 1 (B).
+[[nodiscard]] constexpr int GroupBit(int group)
+{
+    return kGroupABit << group;
+}
+
 /// Which bits of the data say what; 0 where the device has no such bits.
 struct CommandRule {
     Device device = Device::Unknown;

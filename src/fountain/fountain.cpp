@@ -1,5 +1,8 @@
 #include "fountain/fountain.h"
 
+#include <cmath>
+
+#include "fountain/colors.h"
 #include "fountain/command_map.h"
 
 namespace fountain {
@@ -10,11 +13,6 @@ constexpr std::int32_t kResetLightTimer = 400;
 bool IsLevel(int level)
 {
     return level >= 0 && level <= kHighestLevel;
-}
-
-bool Selected(int data, int group)
-{
-    return (data & (kGroupABit << group)) != 0;
 }
 
 std::int16_t Level(int level)
@@ -28,6 +26,12 @@ std::int16_t Halves(bool joined, int other, int level)
     return Level(joined ? other + level : 2 * level);
 }
 
+// d / 16 rounded to the nearest whole number, ties to even.
+int CurtainLightsOf(int data)
+{
+    return static_cast<int>(std::nearbyint(data / 16.0)) & 3;
+}
+
 }  // namespace
 
 void Fountain::ApplyCommands(std::string_view commands, FountainListener& listener)
@@ -36,6 +40,12 @@ void Fountain::ApplyCommands(std::string_view commands, FountainListener& listen
     for (std::size_t at = 0; at + 1 < commands.size(); at += 2)
         ApplyCommand(static_cast<std::uint8_t>(commands[at]),
                      static_cast<std::uint8_t>(commands[at + 1]), listener);
+}
+
+void Fountain::EndSingleLightShift()
+{
+    if (state_.mblnLightsMoving && !state_.mblnLightsTimed)
+        state_.mblnLightsMoving = false;
 }
 
 void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& listener)
@@ -87,6 +97,40 @@ void Fountain::ApplyCommand(std::uint8_t address, int data, FountainListener& li
     }
 }
 
+void Fountain::ApplyLightCommand(std::uint8_t address, int data)
+{
+    const CommandRule& rule = RuleFor(address);
+    switch (rule.device) {
+        case Device::WhiteLights:
+            ApplyWhiteLights(data);
+            break;
+        case Device::ModuleLights:
+            SetModuleLights(rule.index, data & kLampBits);
+            break;
+        case Device::CurtainLights:
+            SetCurtainLights(1, CurtainLightsOf(data));
+            break;
+        case Device::PeacockLights:
+            SetPeacockLights(rule.index, data & 7);
+            break;
+        case Device::GroupLights:
+            if (rule.index != kGroupB)
+                SetGroupLights(kGroupA, data & kLampBits);
+            if (rule.index != kGroupA)
+                SetGroupLights(kGroupB, data & kLampBits);
+            break;
+        case Device::LightMovement:
+            ApplyLightMovement(data);
+            break;
+        case Device::LightTimer:
+            state_.mintLightTimer = static_cast<std::int16_t>(data * 100);
+            tmrLights.SetInterval(state_.mintLightTimer);
+            break;
+        default:
+            break;
+    }
+}
+
 std::int16_t& Fountain::StoredLevel(int address, int group)
 {
     if (address == kSweepsAddress)
@@ -121,13 +165,13 @@ void Fountain::ApplyJoinable(std::uint8_t address, int data)
     state_.mblnJoined[address] = joined;
     if (joined) {
         for (int group = kGroupA; group <= kGroupB; ++group)
-            if (Selected(data, group) && IsLevel(level))
+            if ((data & GroupBit(group)) && IsLevel(level))
                 StoredLevel(address, group) = Level(level);
         DrawJoinableJoined(address, kGroupA, StoredLevel(address, kGroupA));
         return;
     }
     for (int group = kGroupA; group <= kGroupB; ++group) {
-        if (Selected(data, group))
+        if (data & GroupBit(group))
             DrawJoinable(address, group, level);
         else if (joinedBefore)
             DrawJoinable(address, group, StoredLevel(address, group));
@@ -138,44 +182,19 @@ void Fountain::ApplyMultiValve(int data)
 {
     const int level = data & kLevelBits;
     for (int group = kGroupA; group <= kGroupB; ++group) {
-        if (!Selected(data, group) || level > kWeddingCakeLevel)
+        if (!(data & GroupBit(group)) || level > kWeddingCakeLevel)
             continue;
         DrawMultiValve(group, level);
         state_.mintMultiValveLevel[group] = Level(level);
     }
 }
 
-void Fountain::ApplySweepMotion(bool opposed, int data)
+void Fountain::ApplyWhiteLights(int data)
 {
-    state_.mintSweepSpeed = static_cast<std::int16_t>((data & 96) / 32);
-    state_.mblnSweepsOpposed = opposed;
-    if (state_.mintSweepSpeed == 0)
-        return;  // tmrSweeps runs on until the sweeps are upright again
-    tmrSweeps.SetInterval((5 - state_.mintSweepSpeed) * 125);
-    tmrSweeps.Enable();
-    state_.mintSweepLow = static_cast<std::int16_t>(3 - (data & 3));
-    state_.mintSweepHigh = static_cast<std::int16_t>(3 + (data & 3));
-}
-
-void Fountain::ApplyPulsation(int data)
-{
-    if (data == 0) {
-        tmrPulsate.Disable();
-        state_.mintPulseStep = {};
-        state_.mintPulseBase = {};
-        state_.mblnPulseDown = {};
-        return;
-    }
-    for (int group = kGroupA; group <= kGroupB; ++group) {
-        if (!Selected(data, group))
-            continue;
-        const bool down = (data & 64) != 0;
-        const std::int16_t level = state_.mintSweepLevel[group];
-        state_.mblnPulseDown[group] = down;
-        state_.mintPulseStep[group] = static_cast<std::int16_t>(down ? -level : level);
-        state_.mintPulseBase[group] = level;
-    }
-    tmrPulsate.Enable();
+    SetCrossWhite((data & 2) != 0);
+    SetBazookaWhite((data & 4) != 0);
+    for (int module = 1; module <= 7; ++module)
+        SetModuleLights(module, (state_.mintModuleLights[module] & 7) | (data & kWhite));
 }
 
 // The sources are copied before anything is written, so that both directions exchange the groups.
@@ -185,7 +204,7 @@ void Fountain::CopyWater(int data)
     const auto sweeps = state_.mintSweepLevel;
     const auto candelabras = state_.mintCandelabraLevel;
     for (int source = kGroupA; source <= kGroupB; ++source) {
-        if (!Selected(data, source))
+        if (!(data & GroupBit(source)))
             continue;
         for (int ring = 1; ring <= 5; ++ring)
             DrawRing(1 - source, ring, rings[RingIndex(ring, source)]);
@@ -202,7 +221,7 @@ void Fountain::ApplyCopy(int data)
         return;
     const auto lights = state_.mintGroupLights;
     for (int source = kGroupA; source <= kGroupB; ++source)
-        if (Selected(data, source))
+        if (data & GroupBit(source))
             SetGroupLights(1 - source, lights[source]);
 }
 
@@ -336,6 +355,40 @@ void Fountain::Join(int address, bool joined)
     state_.mblnJoined[address] = joined;
     for (int group = kGroupA; group <= kGroupB; ++group)
         DrawJoinable(address, group, StoredLevel(address, group));
+}
+
+void Fountain::SetModuleLights(int module, int value)
+{
+    state_.mintModuleLights[module] = static_cast<std::int16_t>(value);
+}
+
+void Fountain::SetGroupLights(int group, int value)
+{
+    for (int module = group + 1; module <= 7; module += 2)
+        SetModuleLights(module, value);
+    state_.mintGroupLights[group] = static_cast<std::int16_t>(value);
+}
+
+void Fountain::SetPeacockLights(int group, int value)
+{
+    drawing_.peacockLights = static_cast<std::int16_t>(value);  // all lines, whatever the group
+    state_.mintPeacockLights[group] = static_cast<std::int16_t>(value);
+}
+
+void Fountain::SetCurtainLights(int curtain, int lights)
+{
+    if (curtain == 1)
+        state_.mintCurtainLights = static_cast<std::int16_t>(lights);
+}
+
+void Fountain::SetCrossWhite(bool flag)
+{
+    state_.mblnCrossWhite = flag;
+}
+
+void Fountain::SetBazookaWhite(bool flag)
+{
+    state_.mblnBazookaWhite = flag;
 }
 
 }  // namespace fountain

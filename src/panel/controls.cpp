@@ -133,7 +133,8 @@ void PulsateChanged(PanelEdit edit, int group)
     const auto start = [&edit](int which) {
         const int value = edit.panel.updnSweepPulsate[which].Value;
         if (value >= kPulsateUpward)
-            edit.fountain.ApplyPulsation((16 << which) + (value == kPulsateDownward ? 64 : 0));
+            edit.fountain.ApplyPulsation(fountain::GroupBit(which) +
+                                         (value == kPulsateDownward ? 64 : 0));
     };
     if (edit.panel.updnSweepPulsate[group].Value == kPulsateStop) {
         edit.fountain.ApplyPulsation(0);

@@ -39,7 +39,7 @@ void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeCo
             continue;
         stop = stop || command.data == 0;
         for (int group = 0; group <= 1; ++group)
-            had[group] = had[group] || (command.data & GroupBit(group)) != 0;
+            had[group] = had[group] || (command.data & fountain::GroupBit(group)) != 0;
     }
     document::RemoveCommand(commands, fountain::kSweepPulsationAddress, Which::All);
     // Without its own commands the time inherits the pulsation of the times before it, so a group
@@ -58,7 +58,7 @@ void EncodePulsation(Commands& commands, const PanelState& panel, const EncodeCo
     for (int group = 0; group <= 1; ++group) {
         const Spinner& spinner = spinners[group];
         if (spinner.Value >= kPulsateUpward && (spinner.Changed() || had[group] || stop))
-            append(GroupBit(group) + (spinner.Value == kPulsateDownward ? 64 : 0));
+            append(fountain::GroupBit(group) + (spinner.Value == kPulsateDownward ? 64 : 0));
     }
 }
 

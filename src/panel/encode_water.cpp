@@ -41,7 +41,7 @@ void EncodeMultiValve(Commands& commands, const PanelState& panel)
     for (int group = 0; group <= 1; ++group) {
         const Spinner& spinner = panel.updnMultiValve[group];
         if (spinner.Changed())
-            Put(commands, fountain::kMultiValveAddress, spinner.Value + GroupBit(group),
+            Put(commands, fountain::kMultiValveAddress, spinner.Value + fountain::GroupBit(group),
                 fountain::kGroupBits, kAllButGroup);
     }
 }
@@ -65,8 +65,8 @@ void EncodeJoinable(Commands& commands, const PanelState& panel, int address, in
     const Spinner& spinner = LevelSpinner(panel, address, group);
     const int join = JoinBit(panel, address);
     if (spinner.Changed())
-        Put(commands, address, spinner.Value + join + GroupBit(group), fountain::kGroupBits,
-            kAllButGroup);
+        Put(commands, address, spinner.Value + join + fountain::GroupBit(group),
+            fountain::kGroupBits, kAllButGroup);
     else if (panel.lblBypass[address].Changed())
         EncodeJoin(commands, address, join);
 }
@@ -77,7 +77,7 @@ bool SettleMultiValve(Commands& commands, int group)
     std::optional<int> data;
     const auto own = [group](document::Command command) {
         return command.address == fountain::kMultiValveAddress &&
-               (command.data & fountain::kGroupBits) == GroupBit(group);
+               (command.data & fountain::kGroupBits) == fountain::GroupBit(group);
     };
     std::size_t last = 0;
     std::size_t first = Commands::npos;
@@ -117,7 +117,7 @@ void SettleGroupWater(Commands& commands, const PanelState& panel)
         if (!SettleMultiValve(commands, group))
             continue;
         RewriteData(commands, [&](document::Command command) -> int {
-            if (!UnderMultiValve(command.address) || !(command.data & GroupBit(group)))
+            if (!UnderMultiValve(command.address) || !(command.data & fountain::GroupBit(group)))
                 return command.data;
             return (command.data & ~fountain::kLevelBits) |
                    LevelSpinner(panel, command.address, group).Value;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "fountain/command_map.h"
 #include "panel/list_edit.h"
 
 namespace panel {

@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "document/command_list.h"
-#include "fountain/command_map.h"
 #include "fountain/fountain.h"
 #include "panel/panel_state.h"
 
@@ -35,11 +34,5 @@ void EncodeSweepMotion(document::Commands& commands, const PanelState& panel,
 
 /// True when a ring, sweep, candelabra, multi-valve or join control differs from its Tag.
 [[nodiscard]] bool GroupWaterChanged(const PanelState& panel);
-
-/// Data bit 16 for Group A, 32 for Group B.
-[[nodiscard]] constexpr int GroupBit(int group)
-{
-    return fountain::kGroupABit << group;
-}
 
 }  // namespace panel
