@@ -1,5 +1,5 @@
-# Checks what LAYER includes: of itself only HEADERS (headers without a unit) and the units listed
-# before, of the others only the BELOW layers, and that every file of the folder is listed.
+# Checks what LAYER includes: of itself only UNITS listed before (PROGRAMS come last), of the others
+# only the BELOW layers, and that every file of the folder is listed.
 cmake_minimum_required(VERSION 3.25)
 
 function(check_file file)
@@ -14,19 +14,14 @@ function(check_file file)
     set(errors "${errors}" PARENT_SCOPE)
 endfunction()
 
-foreach(header IN LISTS HEADERS)
-    list(APPEND seen ${header})
-    list(APPEND listed "${LAYER}/${header}.h")
-    check_file("${LAYER}/${header}.h")
-endforeach()
-foreach(unit IN LISTS UNITS)
+foreach(unit IN LISTS UNITS PROGRAMS)
     list(APPEND seen ${unit})
-    list(APPEND listed "${LAYER}/${unit}.cpp")
-    check_file("${LAYER}/${unit}.cpp")
-    if(EXISTS "${ROOT}/${LAYER}/${unit}.h")
-        list(APPEND listed "${LAYER}/${unit}.h")
-        check_file("${LAYER}/${unit}.h")
-    endif()
+    foreach(file IN ITEMS ${LAYER}/${unit}.h ${LAYER}/${unit}.cpp)
+        if(EXISTS "${ROOT}/${file}")
+            list(APPEND listed "${file}")
+            check_file("${file}")
+        endif()
+    endforeach()
 endforeach()
 
 file(GLOB present RELATIVE "${ROOT}" "${ROOT}/${LAYER}/*.h" "${ROOT}/${LAYER}/*.cpp")
