@@ -43,6 +43,12 @@ constexpr std::array<AddressRange, 20> kEraseRanges{{
 }};
 // clang-format on
 
+template <typename Control>
+bool Has(const Control* control, int index)
+{
+    return control != nullptr && index >= control->first && index <= control->last;
+}
+
 constexpr std::array<const char*, 3> kResetTitles{"Reset All", "Undo Changes",
                                                   "Clear (Remove Choreography)"};
 
@@ -56,7 +62,7 @@ bool Editor::PanelEnabled() const
 bool Editor::SetSpinner(std::string_view name, int index, int value)
 {
     const panel::SpinnerControl* control = panel::FindSpinner(name);
-    if (control == nullptr || index < control->first || index > control->last || !PanelEnabled())
+    if (!Has(control, index) || !PanelEnabled())
         return false;
     panel::SetSpinner({panel_, fountain_}, *control, index, value);
     return true;
@@ -65,7 +71,7 @@ bool Editor::SetSpinner(std::string_view name, int index, int value)
 bool Editor::PressSpinner(std::string_view name, int index, int direction)
 {
     const panel::SpinnerControl* control = panel::FindSpinner(name);
-    if (control == nullptr || index < control->first || index > control->last || !PanelEnabled())
+    if (!Has(control, index) || !PanelEnabled())
         return false;
     panel::PressSpinner({panel_, fountain_}, *control, index, direction);
     return true;
@@ -74,7 +80,7 @@ bool Editor::PressSpinner(std::string_view name, int index, int direction)
 bool Editor::ClickLabel(std::string_view name, int index)
 {
     const panel::LabelControl* control = panel::FindLabel(name);
-    if (control == nullptr || index < control->first || index > control->last || !PanelEnabled())
+    if (!Has(control, index) || !PanelEnabled())
         return false;
     panel::ClickLabel({panel_, fountain_}, *control, index);
     return true;

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "fountain/command_map.h"
 #include "ui/panel_form_lights.h"
 
 namespace ui {
@@ -122,12 +123,14 @@ void AddSingleDevices(PanelRows& rows)
     rows.Button(PanelKind::Toggle, "lblVoice", -1, "X",
                 OnLine(line + 0.5, kSingleLevels, kLevelWidth),
                 QStringLiteral("Voice stream and light"),
-                Writes(QStringLiteral("Switch the voice stream and its light on and off"), 54));
+                Writes(QStringLiteral("Switch the voice stream and its light on and off"),
+                       fountain::kVoiceAddress));
 
     rows.Target(-1, "Operator Display", OnLine(8, kSingles, kNames), "command 000");
     rows.Level("updnDisplay", -1, "255", OnLine(8, kSingleLevels, kLevelWidth),
                QStringLiteral("Number on the operator's display"),
-               Writes(QStringLiteral("The number on the operator's display, 0 to 255"), 0));
+               Writes(QStringLiteral("The number on the operator's display, 0 to 255"),
+                      fountain::kOperatorDisplayAddress));
     rows.Value("lblDisplay", -1, "DD", OnLine(8, kSingleLevels + kLevelWidth + 3, 22),
                QStringLiteral("Operator's display"),
                QStringLiteral("What the operator reads: the number in hexadecimal digits"));
@@ -195,7 +198,8 @@ void AddSweepMotion(PanelRows& rows)
             QStringLiteral("Pulsation of the sweeps on %1").arg(QLatin1String(name));
         rows.Heading(name, OnLine(7 + group, kSweeps, 48));
         rows.Level("updnSweepPulsate", group, "no command",
-                   OnLine(7 + group, kSweepLevels, kSweepWidth - 50), what, Writes(what, 69));
+                   OnLine(7 + group, kSweepLevels, kSweepWidth - 50), what,
+                   Writes(what, fountain::kSweepPulsationAddress));
     }
 }
 
