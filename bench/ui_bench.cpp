@@ -7,6 +7,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 
 #include "editor/editor.h"
 #include "parse_floor.h"
@@ -47,10 +48,14 @@ struct Desk {
     }
 };
 
+// Made by the first benchmark; it must go before the application does.
+std::unique_ptr<Desk> theDesk;
+
 Desk& TheDesk()
 {
-    static Desk desk;
-    return desk;
+    if (!theDesk)
+        theDesk = std::make_unique<Desk>();
+    return *theDesk;
 }
 
 /// Reports the least CPU time and the least wall time of `job`.
@@ -134,5 +139,6 @@ int main(int argc, char** argv)
     ui::SetUpQt();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    theDesk.reset();
     return 0;
 }
