@@ -76,6 +76,7 @@ class frmFountain final : public QWidget {
     bool LagsBehind(const QKeyEvent& key);
     void StepTime(int field, int direction);
     void TypeTime(int field, int value);
+    void GoToTypedTime();
     void TogglePlaying();
     void Transact(const std::function<void()>& operation);
     void Enable(QWidget* widget, bool enabled);

@@ -39,9 +39,18 @@ bool IsInput(QEvent::Type type)
 // After an action of the transport the keys belong to the window again.
 void frmFountain::Transact(const std::function<void()>& operation)
 {
+    GoToTypedTime();
     operation();
     cmdFocus_->setFocus();
     Refresh();
+}
+
+// A time that stands typed in its field is the one that the next action is meant for.
+void frmFountain::GoToTypedTime()
+{
+    for (TimeSpinner* spinner : updnTime_)
+        if (spinner->hasFocus())
+            spinner->interpretText();
 }
 
 // The window sees every key first, whatever control has the focus.
@@ -51,6 +60,8 @@ bool frmFountain::eventFilter(QObject* watched, QEvent* event)
         return false;
     if (editor_.Playback().SnippetPlays() && IsInput(event->type()))
         return true;
+    if (event->type() == QEvent::MouseButtonPress)
+        GoToTypedTime();
     if (watched == lblTime_ && event->type() == QEvent::MouseButtonPress &&
         static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
         editor_.lblTime_RightClick();
@@ -82,25 +93,18 @@ bool frmFountain::LagsBehind(const QKeyEvent& key)
 
 bool frmFountain::MoveByKey(int key)
 {
-    if (!editor_.Transport().updnTimeEnabled)
+    const bool whole = key == Qt::Key_Home || key == Qt::Key_End;
+    const bool up = key == Qt::Key_PageUp || key == Qt::Key_End;
+    const bool down = key == Qt::Key_PageDown || key == Qt::Key_Home;
+    if ((!up && !down) || !editor_.Transport().updnTimeEnabled)
         return false;
+    GoToTypedTime();
     constexpr timeline::StepMode kToCommand{.multiplier = 1, .commandStep = true};
-    switch (key) {
-        case Qt::Key_PageDown:
-            editor_.StepDown(timeline::TimeField::Tenths, kToCommand);
-            break;
-        case Qt::Key_PageUp:
-            editor_.StepUp(timeline::TimeField::Tenths, kToCommand);
-            break;
-        case Qt::Key_End:
-            editor_.StepUp(timeline::TimeField::WholeRange, kToCommand);
-            break;
-        case Qt::Key_Home:
-            editor_.StepDown(timeline::TimeField::WholeRange, kToCommand);
-            break;
-        default:
-            return false;
-    }
+    const auto field = whole ? timeline::TimeField::WholeRange : timeline::TimeField::Tenths;
+    if (up)
+        editor_.StepUp(field, kToCommand);
+    else
+        editor_.StepDown(field, kToCommand);
     Refresh();
     return true;
 }

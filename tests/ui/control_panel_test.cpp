@@ -105,6 +105,7 @@ class ControlPanelTest : public QObject {
     void modifiersMultiplySteps_data();
     void modifiersMultiplySteps();
     void typedTimeIsGoneTo();
+    void typedTimeIsGoneToFirst();
     void readoutTogglesCommandSteps();
     void heldKeysNeverLagBehind();
 };
@@ -347,6 +348,33 @@ void ControlPanelTest::typedTimeIsGoneTo()
     QTest::keyClick(studio.Find("updnTime_0"), Qt::Key_Up);
     QCOMPARE(studio.Text("lblTime"), "89:59.9");
     QCOMPARE(studio.Find<QSpinBox>("updnTime_1")->text(), "59");
+}
+
+void ControlPanelTest::typedTimeIsGoneToFirst()
+{
+    const struct {
+        const char* clicked;
+        Qt::Key key;
+        const char* time;
+    } rows[] = {{"lblLight_0", {}, "00:08.0"},          {"mmEditing_play", {}, "00:08.0"},
+                {nullptr, Qt::Key_Space, "00:08.0"},    {nullptr, Qt::Key_PageUp, "00:10.0"},
+                {nullptr, Qt::Key_PageDown, "00:04.0"}, {nullptr, Qt::Key_Home, "00:00.0"}};
+    for (const auto& row : rows) {
+        Studio studio;
+        studio.Open(ui_test::kShow, Music::None);
+        studio.Show();
+        auto* box = studio.Find<QSpinBox>("updnTime_1");
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, "8");
+        QCOMPARE(studio.Text("lblTime"), "00:00.0");
+        if (row.clicked != nullptr)
+            studio.Click(row.clicked);
+        else
+            QTest::keyClick(box, row.key);
+        QCOMPARE(studio.Text("lblTime"), row.time);
+        QCOMPARE(box->text(), QString(row.time).mid(3, 2));
+    }
 }
 
 void ControlPanelTest::readoutTogglesCommandSteps()
