@@ -49,6 +49,14 @@ std::int32_t SlotAtOrBefore(const Choreography& choreography, std::int32_t time)
            1;
 }
 
+std::int32_t CommandTotal(const Choreography& choreography)
+{
+    std::int32_t total = 0;
+    for (const Commands& commands : choreography.strCommands)
+        total += CommandCount(commands);
+    return total;
+}
+
 std::int32_t SlotAt(const Choreography& choreography, std::int32_t time)
 {
     const std::int32_t slot = SlotAtOrBefore(choreography, time);

@@ -58,6 +58,9 @@ void EraseSlot(Choreography& choreography, std::int32_t index);
 /// The last slot at or before `time`, or -1 when every slot is later.
 [[nodiscard]] std::int32_t SlotAtOrBefore(const Choreography& choreography, std::int32_t time);
 
+/// The commands of all slots together. Unlike `intCommandCount`, which counts edits in characters.
+[[nodiscard]] std::int32_t CommandTotal(const Choreography& choreography);
+
 /// The slot exactly at `time`, or -1.
 [[nodiscard]] std::int32_t SlotAt(const Choreography& choreography, std::int32_t time);
 

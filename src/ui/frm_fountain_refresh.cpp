@@ -106,8 +106,8 @@ void frmFountain::RefreshTexts()
              Qt::ElideMiddle);
     ShowText(lblMusic_, "Music", MusicText(), Qt::ElideMiddle);
     ShowText(lblCounts_, "Contents",
-             Counted(choreography.intTimeCount[1], "time", "times") + QStringLiteral(", ") +
-                 Counted(choreography.intCommandCount[1], "command", "commands"));
+             Counted(choreography.lngLastSlot(), "time", "times") + QStringLiteral(", ") +
+                 Counted(document::CommandTotal(choreography), "command", "commands"));
 }
 
 void frmFountain::RefreshTitle()

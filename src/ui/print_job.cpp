@@ -21,14 +21,6 @@
 namespace ui {
 namespace {
 
-int CommandTotal(const document::Choreography& show)
-{
-    int total = 0;
-    for (const document::Commands& commands : show.strCommands)
-        total += document::CommandCount(commands);
-    return total;
-}
-
 void Tell(QWidget* window, const QString& text)
 {
     QMessageBox box(QMessageBox::Warning,
@@ -116,7 +108,7 @@ PrintOutcome PrintToPdf(const document::Choreography& asked, const QString& name
     const QEventLoopLocker programStays;
     render::PdfOutcome outcome{};
     {
-        frmPrint form(DocumentName(show), CommandTotal(show), window);
+        frmPrint form(DocumentName(show), document::CommandTotal(show), window);
         form.show();
         outcome = render::WriteScriptPdf(show, name.toStdString(), ScriptDateOfNow(),
                                          [&form] { form.Advance(); });
@@ -145,7 +137,7 @@ PrintOutcome PrintToPrinter(const document::Choreography& asked, QPrinter& print
     printer.setDocName(DocumentName(show));
     bool sent = false;
     {
-        frmPrint form(DocumentName(show), CommandTotal(show), window);
+        frmPrint form(DocumentName(show), document::CommandTotal(show), window);
         form.show();
         KeptPages kept;
         timeline::ScriptPrint print(show, ScriptDateOfNow(), kept, [&form] { form.Advance(); });
@@ -190,7 +182,7 @@ std::string ScriptDateOfNow()
 int ScriptPageCount(const document::Choreography& show)
 {
     constexpr int kLines = timeline::kScriptPageLines - timeline::kScriptHeaderLines;
-    return (CommandTotal(show) + show.lngLastSlot()) / kLines + 1;
+    return (document::CommandTotal(show) + show.lngLastSlot()) / kLines + 1;
 }
 
 }  // namespace ui
