@@ -131,8 +131,7 @@ bool ClickDisplayItem(Editor& editor, const ControlEntry&, int index, int)
 // Of the File menu, Save is the one entry that needs no dialog.
 bool ClickFileItem(Editor& editor, const ControlEntry&, int index, int)
 {
-    constexpr int kSave = 3;
-    if (index != kSave)
+    if (index != editor::kSaveItem)
         return false;
     editor.Save();
     return true;

@@ -29,6 +29,9 @@ class Prompts {
     [[nodiscard]] virtual bool Ask(const std::string& text, const std::string& title) = 0;
 };
 
+/// Items of the File menu, by index.
+enum FileItem : int { kSaveItem = 3, kPrintItem = 7, kExitItem = 9 };
+
 /// Items of the Display menu, by index.
 enum DisplayItem : int {
     kLegendsItem = 0,

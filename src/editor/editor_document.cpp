@@ -9,8 +9,6 @@
 namespace editor {
 namespace {
 
-constexpr int kSaveItem = 3;
-
 std::vector<document::Command> CommandsOf(const document::Commands& commands)
 {
     std::vector<document::Command> list;

@@ -76,7 +76,7 @@ void frmFountain::RefreshMenus()
                                                 static_cast<int>(item)));
     // What is pending makes the show worth saving, though it is written only on the way.
     if (pendingShown_)
-        actions_[timeline::kFileMenu][kSaveItem]->setEnabled(true);
+        actions_[timeline::kFileMenu][editor::kSaveItem]->setEnabled(true);
     const fountain::DisplayOptions& options = editor_.DisplayOptions();
     const std::vector<QAction*>& display = actions_[timeline::kDisplayMenu];
     display[editor::kLegendsItem]->setChecked(options.Legends);

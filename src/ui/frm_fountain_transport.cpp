@@ -159,12 +159,12 @@ void frmFountain::TogglePlaying()
 
 void frmFountain::mnuFileAction_Click(int item)
 {
-    if (item == kPrintItem) {
+    if (item == editor::kPrintItem) {
         Transact([this] { editor_.mnuFile_Click(); });
         PrintShow(editor_.Choreography(), this);
-    } else if (item == kExitItem) {
+    } else if (item == editor::kExitItem) {
         close();
-    } else if (item == kSaveItem) {
+    } else if (item == editor::kSaveItem) {
         editor_.Save();
         Refresh();
     }

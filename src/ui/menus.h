@@ -22,8 +22,4 @@ struct MenuEntry {
 /// File, Display and Help, in the order of `timeline::Menu`.
 [[nodiscard]] std::span<const MenuEntry> Menus();
 
-inline constexpr int kSaveItem = 3;
-inline constexpr int kPrintItem = 7;
-inline constexpr int kExitItem = 9;
-
 }  // namespace ui
