@@ -65,6 +65,18 @@ inline constexpr int kLampBits = 15;
 inline constexpr int kHighestLevel = 5;
 inline constexpr int kWeddingCakeLevel = 6;  ///< multi-valve only
 
+/// Sweep motion: 0 stop, 1 slow, 2 medium, 3 fast.
+[[nodiscard]] constexpr int SweepSpeedOf(int data)
+{
+    return (data & 96) / 32;
+}
+
+/// Sweep motion: steps of ten degrees to either side, 0..3.
+[[nodiscard]] constexpr int SweepTravelOf(int data)
+{
+    return data & 3;
+}
+
 /// The data bit of group 0 (A) or 1 (B).
 [[nodiscard]] constexpr int GroupBit(int group)
 {

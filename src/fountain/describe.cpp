@@ -142,7 +142,7 @@ std::string CurtainLights(int data)
 std::string SweepMotion(bool opposed, int data)
 {
     static constexpr std::array<std::string_view, 4> kSpeeds = {"", "slow", "medium", "fast"};
-    const auto speed = static_cast<std::size_t>((data & 96) / 32);
+    const auto speed = static_cast<std::size_t>(SweepSpeedOf(data));
     if (speed == 0)
         return "Stop Sweeps";
     return "Start " + std::string(kSpeeds[speed]) + (opposed ? " opposed" : " synchronized") +

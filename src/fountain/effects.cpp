@@ -12,14 +12,14 @@ constexpr int kUpright = 3;
 
 void Fountain::ApplySweepMotion(bool opposed, int data)
 {
-    state_.mintSweepSpeed = static_cast<std::int16_t>((data & 96) / 32);
+    state_.mintSweepSpeed = static_cast<std::int16_t>(SweepSpeedOf(data));
     state_.mblnSweepsOpposed = opposed;
     if (state_.mintSweepSpeed == 0)
         return;  // tmrSweeps runs on until the sweeps are upright again
     tmrSweeps.SetInterval((5 - state_.mintSweepSpeed) * 125);
     tmrSweeps.Enable();
-    state_.mintSweepLow = static_cast<std::int16_t>(3 - (data & 3));
-    state_.mintSweepHigh = static_cast<std::int16_t>(3 + (data & 3));
+    state_.mintSweepLow = static_cast<std::int16_t>(3 - SweepTravelOf(data));
+    state_.mintSweepHigh = static_cast<std::int16_t>(3 + SweepTravelOf(data));
 }
 
 void Fountain::ApplyPulsation(int data)

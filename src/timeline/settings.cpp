@@ -115,11 +115,11 @@ Setting CurtainLights(int data)
 Setting SweepMotion(bool opposed, int data)
 {
     static constexpr std::array<std::string_view, 4> kSpeeds = {"", "slow", "medium", "fast"};
-    const auto speed = static_cast<std::size_t>((data & 96) / 32);
+    const auto speed = static_cast<std::size_t>(fountain::SweepSpeedOf(data));
     if (speed == 0)
         return {"Sweep motion", "stopped"};
     return {"Sweep motion", Text(kSpeeds[speed]) + (opposed ? ", opposed, " : ", synchronized, ") +
-                                std::to_string((data & 3) * 10) + " degrees"};
+                                std::to_string(fountain::SweepTravelOf(data) * 10) + " degrees"};
 }
 
 void Pulsation(Settings& settings, int data)
