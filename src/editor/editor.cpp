@@ -64,7 +64,11 @@ void Editor::ReadControlFile(const fs::path& name)
 {
     before_.reset();
     lastSave_ = {};
-    lastRead_ = document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
+    Store(Reach::Everything, [&] {
+        lastRead_ =
+            document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
+        return true;
+    });
     playback_.ResetPlayback();
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -60,6 +61,9 @@ class Editor : private timeline::PanelCommitter {
     void FinishStartUp();
 
     [[nodiscard]] const document::Choreography& Choreography() const { return choreography_; }
+    /// Grows whenever what is stored may have changed, through an edit, a save that tidied it, or
+    /// another choreography that was read. Who shows the choreography looks again only then.
+    [[nodiscard]] std::uint64_t Version() const { return version_; }
     [[nodiscard]] const document::ReadReport& LastRead() const { return lastRead_; }
     /// How the last save since the reading went.
     [[nodiscard]] const document::SaveReport& LastSave() const { return lastSave_; }
@@ -151,17 +155,24 @@ class Editor : private timeline::PanelCommitter {
     void Tick(TimerName name);
 
  private:
+    /// How far a change of what is stored reaches.
+    enum class Reach { CurrentTime, LaterTimes, Everything };
+    /// The one door for changes of what is stored. `change` makes it and says whether it did; so
+    /// does the result.
+    bool Store(Reach reach, const std::function<bool()>& change);
     void CommitPanel() override;
     [[nodiscard]] bool MayMove() const;
     [[nodiscard]] bool PanelEnabled() const;
     void ToggleEraseMode();
     void EraseAddresses(int first, int last);
+    bool DeleteTime();
     void ToggleReset();
     void WarnOfRead();
 
     timeline::MusicPlayer& mmSong_;
     Prompts& prompts_;
     document::Choreography choreography_;
+    std::uint64_t version_ = 0;
     document::ReadReport lastRead_;
     document::SaveReport lastSave_;
     fountain::Fountain fountain_;

@@ -65,8 +65,12 @@ void Editor::Save()
 document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
 {
     CommitPanel();
-    document::SaveReport report = document::WriteControlFile(choreography_, name);
-    if (report.pruned)
+    document::SaveReport report;
+    const bool pruned = Store(Reach::Everything, [&] {
+        report = document::WriteControlFile(choreography_, name);
+        return report.pruned;
+    });
+    if (pruned)
         timeline_.RebuildState(timeline::Direction::Back);
     if (report.outcome == document::SaveOutcome::WriteFailed)
         prompts_.Warn(name.string() + " could not be written (" + report.error.message() + "). " +

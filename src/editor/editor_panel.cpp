@@ -99,14 +99,31 @@ void Editor::CommitPanel()
     if (!Transport().fraControlsEnabled)
         return;
     before_.reset();
-    const panel::Commit commit =
-        panel::CommitPanel(choreography_, timeline_.CurrentTime(), panel_, fountain_);
+    panel::Commit commit = panel::Commit::Nothing;
+    Store(Reach::CurrentTime, [&] {
+        commit = panel::CommitPanel(choreography_, timeline_.CurrentTime(), panel_, fountain_);
+        return commit == panel::Commit::Stored;
+    });
     if (commit == panel::Commit::Nothing)
         return;
     if (commit == panel::Commit::Full)
         prompts_.Warn("A choreography holds at most 54,000 times: this one was not added.");
     timeline_.RebuildState(Direction::Back);
     playback_.RefreshMenus();
+}
+
+bool Editor::Store(Reach, const std::function<bool()>& change)
+{
+    const bool changed = change();
+    if (changed)
+        ++version_;
+    return changed;
+}
+
+bool Editor::DeleteTime()
+{
+    return Store(Reach::CurrentTime,
+                 [this] { return panel::DeleteTime(choreography_, timeline_.CurrentTime()); });
 }
 
 void Editor::ToggleEraseMode()
@@ -138,7 +155,10 @@ void Editor::lblOperator_Click()
 void Editor::EraseAddresses(int first, int last)
 {
     CommitPanel();
-    if (panel::EraseAddresses(choreography_, timeline_.CurrentTime(), first, last)) {
+    const auto erase = [&] {
+        return panel::EraseAddresses(choreography_, timeline_.CurrentTime(), first, last);
+    };
+    if (Store(Reach::CurrentTime, erase)) {
         timeline_.RebuildState(Direction::Back);
         playback_.RefreshMenus();
     }
@@ -153,7 +173,7 @@ void Editor::lblReset_Click(int index)
     if (index == 0)
         ToggleReset();
     else if (index == 2)
-        panel::DeleteTime(choreography_, timeline_.CurrentTime());
+        DeleteTime();
     if (index != 0)
         timeline_.RebuildState(Direction::Back);
     playback_.RefreshMenus();
@@ -168,7 +188,7 @@ void Editor::ToggleReset()
         return;
     }
     // Every command of the time goes, those that are pending on the panel included.
-    panel::DeleteTime(choreography_, timeline_.CurrentTime());
+    DeleteTime();
     timeline_.RebuildState(Direction::Back);
     label.BackColor = fountain::kPanelOn;
     CommitPanel();

@@ -34,7 +34,8 @@ void Editor::cmdShift_Click(int index)
     const timeline::ShiftPanel panel = shift_;
     shift_ = {};
     before_.reset();
-    if (index == 0 && timeline::ApplyShift(choreography_, panel))
+    const auto shift = [&] { return timeline::ApplyShift(choreography_, panel); };
+    if (index == 0 && Store(Reach::LaterTimes, shift))
         timeline_.GoToTime(panel.newTime);
     playback_.SetShiftOpen(false);
 }
