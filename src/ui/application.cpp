@@ -9,6 +9,8 @@
 #include <QMetaObject>
 #include <QStyleFactory>
 
+#include "ui/app_icon.h"
+
 namespace ui {
 namespace {
 
@@ -120,7 +122,9 @@ void SetUpQt()
     QCoreApplication::setOrganizationName(QStringLiteral("Velmora"));
     QCoreApplication::setApplicationName(QString::fromLatin1(kCaption));
     QCoreApplication::setApplicationVersion(QStringLiteral(CHOREOGRAPHER_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.velmora.choreographer"));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setWindowIcon(AppIcon());
 }
 
 int Run(int argc, char** argv)
