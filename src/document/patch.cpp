@@ -1,6 +1,7 @@
 #include "document/patch.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <utility>
 
@@ -153,6 +154,19 @@ bool ApplyPatch(Choreography& choreography, const Patch& patch)
     choreography.intTimeCount = patch.countsAfter.intTimeCount;
     choreography.intCommandCount = patch.countsAfter.intCommandCount;
     choreography.blnTooMany = patch.countsAfter.blnTooMany;
+    return true;
+}
+
+bool ApplyPatches(Choreography& choreography, const std::vector<Patch>& patches)
+{
+    for (auto patch = patches.begin(); patch != patches.end(); ++patch) {
+        if (ApplyPatch(choreography, *patch))
+            continue;
+        while (patch != patches.begin())
+            if (!ApplyPatch(choreography, Reversed(*--patch)))
+                assert(!"what was just done can be taken back");
+        return false;
+    }
     return true;
 }
 

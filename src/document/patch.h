@@ -35,10 +35,8 @@ struct Patch {
     Counts countsBefore;
     Counts countsAfter;
 
-    [[nodiscard]] bool Empty() const
-    {
-        return shift == 0 && slots.empty() && countsBefore == countsAfter;
-    }
+    /// True when no slot changes.
+    [[nodiscard]] bool Empty() const { return shift == 0 && slots.empty(); }
     friend bool operator==(const Patch&, const Patch&) = default;
 };
 
@@ -56,5 +54,8 @@ struct Patch {
 /// Changes slots and counts. False when the patch is not one of this choreography as it stands, or
 /// would not leave it in order: nothing is changed then. The flags and the file name stay.
 [[nodiscard]] bool ApplyPatch(Choreography& choreography, const Patch& patch);
+
+/// All of them one after another, or none.
+[[nodiscard]] bool ApplyPatches(Choreography& choreography, const std::vector<Patch>& patches);
 
 }  // namespace document

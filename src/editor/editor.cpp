@@ -64,7 +64,7 @@ void Editor::ReadControlFile(const fs::path& name)
 {
     before_.reset();
     lastSave_ = {};
-    Store(Reach::Everything, [&] {
+    Store(Reach::AnotherShow, [&] {
         lastRead_ =
             document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
         return true;

@@ -6,9 +6,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/choreography.h"
 #include "document/control_file.h"
+#include "editor/history.h"
 #include "fountain/fountain.h"
 #include "fountain/scene.h"
 #include "panel/panel_state.h"
@@ -108,6 +110,17 @@ class Editor : private timeline::PanelCommitter {
     /// True when the window may close: not while the music plays, and not against the user.
     [[nodiscard]] bool QueryUnload();
 
+    /// Takes the last edit back, or does it again, and goes to its time. What is pending on the
+    /// panel is written first, and so is what is undone first. False, and nothing is done, while
+    /// something plays or shifts, and when there is nothing to undo or redo.
+    bool Undo();
+    bool Redo();
+    [[nodiscard]] bool CanUndo() const;
+    [[nodiscard]] bool CanRedo() const;
+    /// "Undo Ring 3 on Group A to level 4 at 01:05.3"; "Undo" when there is nothing to undo.
+    [[nodiscard]] std::string UndoText() const;
+    [[nodiscard]] std::string RedoText() const;
+
     /// In English, what leaving the time would change there; empty when nothing is pending.
     [[nodiscard]] std::string PendingText() const;
     /// In English, what is stored at the current time.
@@ -155,11 +168,16 @@ class Editor : private timeline::PanelCommitter {
     void Tick(TimerName name);
 
  private:
-    /// How far a change of what is stored reaches.
-    enum class Reach { CurrentTime, LaterTimes, Everything };
     /// The one door for changes of what is stored. `change` makes it and says whether it did; so
-    /// does the result.
-    bool Store(Reach reach, const std::function<bool()>& change);
+    /// does the result. What happens within `change` is one step of the history, under `title` or,
+    /// when that is empty, under the words for what it did.
+    bool Store(Reach reach, const std::function<bool()>& change, std::string_view title = {});
+    void Remember(Reach reach, const ChangeWatch& watch, std::string_view title);
+    [[nodiscard]] bool MayTravel() const;
+    bool Travel(const std::vector<document::Patch>& patches, std::int32_t time,
+                void (History::*step)());
+    [[nodiscard]] std::optional<document::Commands> PendingCommands() const;
+    [[nodiscard]] std::optional<document::Patch> PendingPatch() const;
     void CommitPanel() override;
     [[nodiscard]] bool MayMove() const;
     [[nodiscard]] bool PanelEnabled() const;
@@ -173,6 +191,8 @@ class Editor : private timeline::PanelCommitter {
     Prompts& prompts_;
     document::Choreography choreography_;
     std::uint64_t version_ = 0;
+    History history_;
+    bool storing_ = false;
     document::ReadReport lastRead_;
     document::SaveReport lastSave_;
     fountain::Fountain fountain_;

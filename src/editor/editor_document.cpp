@@ -66,10 +66,12 @@ document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
 {
     CommitPanel();
     document::SaveReport report;
-    const bool pruned = Store(Reach::Everything, [&] {
+    const bool pruned = Store(Reach::Tidying, [&] {
         report = document::WriteControlFile(choreography_, name);
         return report.pruned;
     });
+    if (report.outcome == document::SaveOutcome::Saved)
+        history_.MarkClean();
     if (pruned)
         timeline_.RebuildState(timeline::Direction::Back);
     if (report.outcome == document::SaveOutcome::WriteFailed)
@@ -107,21 +109,33 @@ std::string Editor::StoredText() const
     return Sentences(CommandsOf(timeline_.StoredCommands()));
 }
 
-std::string Editor::PendingText() const
+std::optional<document::Commands> Editor::PendingCommands() const
 {
     if (!panel_.blnTouched) {
         before_.reset();
-        return "";
+        return std::nullopt;
     }
     const std::int32_t time = timeline_.CurrentTime();
     if (!before_)
         before_ = panel::FountainBefore(choreography_, time);
     panel::PanelState copy = panel_;
-    if (!panel::HasPendingEdits(copy) && fountain_.tmrLights.Interval() == copy.lngLightTimerTag)
+    const std::int32_t lightTimer = fountain_.tmrLights.Interval();
+    if (!panel::HasPendingEdits(copy) && lightTimer == copy.lngLightTimerTag)
+        return std::nullopt;
+    document::Commands composed =
+        panel::ComposeCommands(choreography_, time, copy, lightTimer, *before_);
+    if (composed == timeline_.StoredCommands())
+        return std::nullopt;
+    return composed;
+}
+
+std::string Editor::PendingText() const
+{
+    const auto pending = PendingCommands();
+    if (!pending)
         return "";
     const auto stored = CommandsOf(timeline_.StoredCommands());
-    const auto composed = CommandsOf(panel::ComposeCommands(
-        choreography_, time, copy, fountain_.tmrLights.Interval(), *before_));
+    const auto composed = CommandsOf(*pending);
     std::string written = Sentences(Without(composed, stored));
     const std::string removed = Sentences(Without(stored, composed));
     if (removed.empty())

@@ -112,14 +112,6 @@ void Editor::CommitPanel()
     playback_.RefreshMenus();
 }
 
-bool Editor::Store(Reach, const std::function<bool()>& change)
-{
-    const bool changed = change();
-    if (changed)
-        ++version_;
-    return changed;
-}
-
 bool Editor::DeleteTime()
 {
     return Store(Reach::CurrentTime,
@@ -188,10 +180,13 @@ void Editor::ToggleReset()
         return;
     }
     // Every command of the time goes, those that are pending on the panel included.
-    DeleteTime();
-    timeline_.RebuildState(Direction::Back);
-    label.BackColor = fountain::kPanelOn;
-    CommitPanel();
+    Store(Reach::CurrentTime, [&] {
+        const bool deleted = DeleteTime();
+        timeline_.RebuildState(Direction::Back);
+        label.BackColor = fountain::kPanelOn;
+        CommitPanel();
+        return deleted;
+    });
 }
 
 }  // namespace editor

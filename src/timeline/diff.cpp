@@ -124,17 +124,6 @@ std::string Joined(const std::vector<std::string>& texts)
     return joined;
 }
 
-// "+2.5 s": tenths, and more places only where a time is finer than the tenth.
-std::string SecondsText(std::int32_t ms)
-{
-    const std::int32_t size = std::abs(ms);
-    std::string places = std::to_string(1000 + size % 1000).substr(1);
-    while (places.size() > 1 && places.back() == '0')
-        places.pop_back();
-    std::string text(1, ms < 0 ? '-' : '+');
-    return text.append(std::to_string(size / 1000)).append(".").append(places).append(" s");
-}
-
 std::string Times(std::int32_t count)
 {
     return std::to_string(count) + (count == 1 ? " time " : " times ");
@@ -173,6 +162,16 @@ std::string ChangeText(const Change& change)
     for (const std::string& setting : change.settings)
         text.append(time).append("  ").append(setting).append("\n");
     return text;
+}
+
+std::string SecondsText(std::int32_t ms)
+{
+    const std::int32_t size = std::abs(ms);
+    std::string places = std::to_string(1000 + size % 1000).substr(1);
+    while (places.size() > 1 && places.back() == '0')
+        places.pop_back();
+    std::string text(1, ms < 0 ? '-' : '+');
+    return text.append(std::to_string(size / 1000)).append(".").append(places).append(" s");
 }
 
 std::string DiffSummary(const std::vector<Change>& changes)

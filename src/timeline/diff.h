@@ -28,6 +28,9 @@ struct Change {
 /// The change in English, a line or more, each with its line end.
 [[nodiscard]] std::string ChangeText(const Change& change);
 
+/// "+2.5 s": tenths, and more places only where `ms` is finer than the tenth.
+[[nodiscard]] std::string SecondsText(std::int32_t ms);
+
 /// How much changed, in a few words: "2 times changed, 1 time added", "nothing changed".
 [[nodiscard]] std::string DiffSummary(const std::vector<Change>& changes);
 
