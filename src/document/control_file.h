@@ -30,7 +30,7 @@ ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::pa
 enum class SaveOutcome {
     Nothing,  ///< the name is empty
     Saved,
-    OpenFailed,  ///< the file could not be created; the version before is in the .001 backup
+    OpenFailed,  ///< the file could not be created; the version before is in the .001 backup too
     WriteFailed  ///< an error after that, by what `error` says; the version before is in .001 too
 };
 
@@ -40,7 +40,9 @@ struct SaveReport {
     std::error_code error;  ///< why it failed
 };
 
-/// Prunes, rolls the five backups (stem.001 newest to stem.005) and writes the choreography.
+/// Prunes, rolls the five backups (stem.001 newest to stem.005) and writes the choreography. At
+/// every moment a complete version stands under the name or, where a file cannot have two names, at
+/// least in .001. A symbolic link goes on standing for the file that it stands for.
 /// Saved means: on the disk, flushed and checked. Only then are `blnChanged`, `fileExists` and
 /// `fileName` brought up to date.
 SaveReport WriteControlFile(Choreography& choreography, const std::filesystem::path& name);

@@ -16,6 +16,7 @@ struct ReadReport {
     std::int32_t version = 0;       ///< 0 when there is no version line
     std::int32_t timesLeftOut = 0;  ///< new times that found all slots taken
     std::error_code error;          ///< the file exists but could not be read, or only in part
+    bool onlyBackup = false;        ///< the file is not there, but its newest backup is
 };
 
 /// What became of a line of the file.

@@ -1,6 +1,7 @@
 #include "document/file_io.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,24 +21,19 @@ std::error_code LastError()
 class Descriptor {
  public:
     Descriptor(const std::filesystem::path& name, int flags)
-        : descriptor_(::open(name.c_str(), flags | O_CLOEXEC, 0666))
+        : descriptor_(::open(name.c_str(), flags | O_CLOEXEC))
     {
     }
-    ~Descriptor() { static_cast<void>(Close()); }
+    ~Descriptor()
+    {
+        if (IsOpen())
+            ::close(descriptor_);
+    }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
     [[nodiscard]] int Get() const { return descriptor_; }
     [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
-
-    /// An interrupted close has closed all the same.
-    [[nodiscard]] std::error_code Close()
-    {
-        if (!IsOpen())
-            return {};
-        const bool failed = ::close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR;
-        return failed ? LastError() : std::error_code{};
-    }
 
  private:
     int descriptor_;
@@ -57,18 +53,6 @@ std::error_code ReadAll(int descriptor, std::size_t most, FileBytes& file)
     return {};
 }
 
-std::error_code WriteAll(int descriptor, std::string_view text)
-{
-    while (!text.empty()) {
-        const ssize_t count = ::write(descriptor, text.data(), text.size());
-        if (count >= 0)
-            text.remove_prefix(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            return LastError();
-    }
-    return {};
-}
-
 /// Some file systems have nothing to flush and say so.
 std::error_code Flush(int descriptor)
 {
@@ -81,13 +65,24 @@ std::error_code Flush(int descriptor)
     return {};
 }
 
-std::error_code FlushFolder(const std::filesystem::path& name)
+std::filesystem::path NameOfNext(const std::filesystem::path& file)
 {
-    const auto parent = name.parent_path();
-    const Descriptor folder(parent.empty() ? std::filesystem::path(".") : parent,
-                            O_RDONLY | O_DIRECTORY);
-    // A folder that may be written to but not listed cannot be opened; the file itself is safe.
-    return folder.IsOpen() ? Flush(folder.Get()) : std::error_code{};
+    constexpr std::size_t kRoom = 240;  // of the 255 bytes that a name may have
+    return file.parent_path() / ("." + file.filename().string().substr(0, kRoom) + ".saving");
+}
+
+// The lock tells a process that writes from one that was killed; not every file system has locks.
+bool LockedByAnother(int descriptor)
+{
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+bool StandsUnder(const std::filesystem::path& name, int descriptor)
+{
+    struct stat named = {};
+    struct stat opened = {};
+    return ::lstat(name.c_str(), &named) == 0 && ::fstat(descriptor, &opened) == 0 &&
+           named.st_ino == opened.st_ino && named.st_dev == opened.st_dev;
 }
 
 }  // namespace
@@ -119,22 +114,100 @@ FileBytes ReadWholeFile(const std::filesystem::path& name)
     return file;
 }
 
-WriteResult WriteNewFile(const std::filesystem::path& name, std::string_view text)
+std::error_code WriteAll(int descriptor, std::string_view text)
 {
-    Descriptor descriptor(name, O_WRONLY | O_CREAT | O_EXCL);
-    if (!descriptor.IsOpen())
-        return {false, LastError()};
-    std::error_code error = WriteAll(descriptor.Get(), text);
-    if (!error)
-        error = Flush(descriptor.Get());
-    const std::error_code closing = descriptor.Close();
-    if (!error)
-        error = closing;
-    if (!error)
-        error = FlushFolder(name);
-    if (error)
-        ::unlink(name.c_str());
-    return {true, error};
+    while (!text.empty()) {
+        const ssize_t count = ::write(descriptor, text.data(), text.size());
+        if (count >= 0)
+            text.remove_prefix(static_cast<std::size_t>(count));
+        else if (errno != EINTR)
+            return LastError();
+    }
+    return {};
+}
+
+std::error_code FlushFolderOf(const std::filesystem::path& name)
+{
+    const auto parent = name.parent_path();
+    const Descriptor folder(parent.empty() ? std::filesystem::path(".") : parent,
+                            O_RDONLY | O_DIRECTORY);
+    return folder.IsOpen() ? Flush(folder.Get()) : std::error_code{};
+}
+
+NextVersion::NextVersion(std::filesystem::path file)
+    : file_(std::move(file)), name_(NameOfNext(file_))
+{
+}
+
+NextVersion::~NextVersion()
+{
+    if (descriptor_ < 0)
+        return;
+    ::unlink(name_.c_str());
+    ::close(descriptor_);
+}
+
+std::error_code NextVersion::Create()
+{
+    // Another process may remove the file between its creation and its lock.
+    constexpr int kAttempts = 10;
+    std::error_code error;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        error = CreateAlone();
+        if (!error || error != std::errc::file_exists)
+            return error;
+        error = RemoveLeftOver();
+        if (error)
+            return error;
+    }
+    return std::make_error_code(std::errc::device_or_resource_busy);
+}
+
+std::error_code NextVersion::CreateAlone()
+{
+    descriptor_ = ::open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor_ < 0)
+        return LastError();
+    if (!LockedByAnother(descriptor_) && StandsUnder(name_, descriptor_)) {
+        TakeAfter();
+        return {};
+    }
+    ::close(std::exchange(descriptor_, -1));
+    return std::make_error_code(std::errc::file_exists);
+}
+
+std::error_code NextVersion::RemoveLeftOver() const
+{
+    const Descriptor leftOver(name_, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (leftOver.IsOpen() && LockedByAnother(leftOver.Get()))
+        return std::make_error_code(std::errc::device_or_resource_busy);
+    return ::unlink(name_.c_str()) == 0 || errno == ENOENT ? std::error_code{} : LastError();
+}
+
+// Who may not give the file to its owner keeps it; whoever could read it still can.
+void NextVersion::TakeAfter() const
+{
+    struct stat status = {};
+    if (::stat(file_.c_str(), &status) != 0)
+        return;
+    if (::fchown(descriptor_, status.st_uid, status.st_gid) != 0 &&
+        ::fchown(descriptor_, static_cast<uid_t>(-1), status.st_gid) != 0)
+        status.st_mode &= 0777;
+    static_cast<void>(::fchmod(descriptor_, status.st_mode & 07777));
+}
+
+std::error_code NextVersion::Write(std::string_view text)
+{
+    const std::error_code error = WriteAll(descriptor_, text);
+    return error ? error : Flush(descriptor_);
+}
+
+std::error_code NextVersion::TakePlace()
+{
+    if (::rename(name_.c_str(), file_.c_str()) != 0)
+        return LastError();
+    ::close(std::exchange(descriptor_, -1));
+    return FlushFolderOf(file_);
 }
 
 }  // namespace document

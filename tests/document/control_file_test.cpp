@@ -6,52 +6,18 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <fstream>
-#include <sstream>
 
-#include "packed.h"
+#include "show_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using document::Choreography;
 using document::SaveOutcome;
+using testing_support::kShow;
 using testing_support::Packed;
 
-constexpr const char* kShow = "ct0-381\r\n00:01.0003-020\r\n";
-
-class ControlFile : public testing::Test {
- protected:
-    ControlFile()
-    {
-        std::string pattern = (fs::temp_directory_path() / "choreographer_test_XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-        show_ = folder_ / "show.ctl";
-    }
-    ~ControlFile() override { fs::remove_all(folder_); }
-
-    void Put(const std::string& name, std::string_view content) const
-    {
-        std::ofstream(folder_ / name, std::ios::binary) << content;
-    }
-    // "-" for a file that is not there.
-    [[nodiscard]] std::string Get(const std::string& name) const
-    {
-        std::ostringstream bytes;
-        bytes << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
-        return fs::exists(folder_ / name) ? bytes.str() : "-";
-    }
-    [[nodiscard]] static Choreography Edited()
-    {
-        Choreography show;
-        InsertSlot(show, 0, 1000, Packed("003-020"));
-        show.blnChanged = true;
-        return show;
-    }
-
-    fs::path folder_;
-    fs::path show_;
-};
+class ControlFile : public testing_support::ShowFolder {};
 
 TEST_F(ControlFile, OpensWhatIsThere)
 {
