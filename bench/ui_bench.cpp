@@ -24,7 +24,10 @@ using bench_support::LargeFileText;
 class NoQuestions final : public editor::Prompts {
  public:
     void Warn(const std::string&) override {}
-    [[nodiscard]] bool Ask(const std::string&, const std::string&) override { return true; }
+    [[nodiscard]] bool Ask(const std::string&, const std::string&, editor::Icon) override
+    {
+        return true;
+    }
 };
 
 /// The window over a show of the largest size without a reset, full high definition.

@@ -50,6 +50,11 @@ bool ShiftOpen(const Editor& editor, int)
     return editor.ShiftPanel().visible;
 }
 
+bool FilesOpen(const Editor& editor, int)
+{
+    return editor.fraFileSelect().visible;
+}
+
 template <timeline::Menu Which>
 bool ItemEnabled(const Editor& editor, int index)
 {
@@ -128,12 +133,12 @@ bool ClickDisplayItem(Editor& editor, const ControlEntry&, int index, int)
     return true;
 }
 
-// Of the File menu, Save is the one entry that needs no dialog.
+// A script is printed by a subcommand.
 bool ClickFileItem(Editor& editor, const ControlEntry&, int index, int)
 {
-    if (index != editor::kSaveItem)
+    if (index == editor::kPrintItem)
         return false;
-    editor.Save();
+    editor.mnuFileAction_Click(index);
     return true;
 }
 
@@ -157,6 +162,7 @@ constexpr ControlEntry kOthers[] = {
     {"updnTime",          0,  2, TimeEnabled,                           nullptr, PressTime,       nullptr,          nullptr},
     {"updnShiftTime",     0,  2, ShiftOpen,                             nullptr, PressShiftTime,  nullptr,          nullptr},
     {"cmdShift",          0,  1, ShiftOpen,                             nullptr, nullptr,         ClickIndexed<&Editor::cmdShift_Click>, nullptr},
+    {"cmdFileSelect",     0,  1, FilesOpen,                             nullptr, nullptr,         ClickIndexed<&Editor::cmdFileSelect_Click>, nullptr},
     {"lblTime",           0,  0, TimeEnabled,                           nullptr, nullptr,         ClickSingle<&Editor::OpenShiftPanel>, ClickSingle<&Editor::lblTime_RightClick>},
     {"mnuFileAction",     0,  9, ItemEnabled<timeline::kFileMenu>,      nullptr, nullptr,         ClickFileItem,    nullptr},
     {"mnuDisplayAction",  0,  5, ItemEnabled<timeline::kDisplayMenu>,   nullptr, nullptr,         ClickDisplayItem, nullptr},
@@ -251,6 +257,11 @@ Parsed<Control> FindControl(std::string_view name)
     return {Control{entry, *index}, {}};
 }
 
+bool IsSave(Control control)
+{
+    return control.entry->name == "mnuFileAction" && control.index == editor::kSaveItem;
+}
+
 std::string WhyNot(Control control, Operation operation)
 {
     if (HandlerOf(*control.entry, operation) != nullptr)
@@ -284,7 +295,7 @@ std::string Operate(Editor& editor, Control control, Operation operation, int am
             return NameOf(control) + " is disabled";
         if (!handler(editor, entry, control.index, argument))
             return NameOf(control) + (entry.name == "mnuFileAction"
-                                          ? " cannot be used from the command line yet"
+                                          ? " cannot be used from the command line"
                                           : " does nothing");
     }
     return {};

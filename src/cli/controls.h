@@ -21,6 +21,9 @@ struct Control {
 /// "lblLight_5", "lblVoice", "mnuDisplayAction_2": the name that the widget has.
 [[nodiscard]] Parsed<Control> FindControl(std::string_view name);
 
+/// True for Save of the File menu.
+[[nodiscard]] bool IsSave(Control control);
+
 /// Why this control can never do this, or an empty text.
 [[nodiscard]] std::string WhyNot(Control control, Operation operation);
 

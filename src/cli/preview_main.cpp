@@ -13,7 +13,7 @@ constexpr int kUsageOrFileError = 2;
 
 struct NoPrompts final : editor::Prompts {
     void Warn(const std::string&) override {}
-    bool Ask(const std::string&, const std::string&) override { return true; }
+    bool Ask(const std::string&, const std::string&, editor::Icon) override { return true; }
 };
 
 int Fail(const std::string& message)

@@ -1,4 +1,5 @@
 // The subcommands from file to file or to text: convert, diff, and the steps of state and edit.
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "cli/run.h"
@@ -18,6 +19,11 @@ void CommitPanel(editor::Editor& editor)
     editor.MoveTo(editor.Timeline().CurrentTime());
 }
 
+Saving SavingIn(const std::vector<Step>& steps)
+{
+    return std::ranges::any_of(steps, Saves) ? Saving::IntoScratch : Saving::Never;
+}
+
 }  // namespace
 
 int RunConvert(const std::string& in, const std::string& out)
@@ -33,7 +39,7 @@ int RunConvert(const std::string& in, const std::string& out)
 int RunState(const std::string& file, const std::vector<Step>& steps)
 {
     Show show;
-    if (const std::string error = show.Open(file); !error.empty())
+    if (const std::string error = show.Open(file, SavingIn(steps)); !error.empty())
         return Fail(error);
     Json all = Json::array();
     for (const Step& step : steps) {
@@ -48,7 +54,7 @@ int RunState(const std::string& file, const std::vector<Step>& steps)
 int RunEdit(const std::string& file, const std::vector<Step>& steps, const std::string& out)
 {
     Show show;
-    if (const std::string error = show.Open(file); !error.empty())
+    if (const std::string error = show.Open(file, SavingIn(steps)); !error.empty())
         return Fail(error);
     const document::Choreography before = show.Editor().Choreography();
     for (const Step& step : steps)
@@ -56,7 +62,7 @@ int RunEdit(const std::string& file, const std::vector<Step>& steps, const std::
             return Fail(refusal);
     CommitPanel(show.Editor());
     document::Choreography after = show.Editor().Choreography();
-    const std::string name = out.empty() ? after.fileName.string() : out;
+    const std::string name = out.empty() ? show.File().string() : out;
     if (const std::string error = SaveChoreography(after, name); !error.empty())
         return Fail(error);
     Print(name + ": " + timeline::DiffSummary(timeline::Diff(before, after)) + '\n');

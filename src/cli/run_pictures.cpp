@@ -74,7 +74,7 @@ int RunFrame(const std::string& file, std::int32_t time, const std::string& out,
              int argc, char** argv)
 {
     Show show;
-    if (const std::string error = show.Open(file); !error.empty())
+    if (const std::string error = show.Open(file, Saving::Never); !error.empty())
         return Fail(error);
     if (IsTheShow(show.Editor().Choreography(), out))
         return Fail(out + ": expected another file than the show itself");

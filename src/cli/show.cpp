@@ -1,6 +1,8 @@
 #include "cli/show.h"
 
-#include <system_error>
+#include <stdlib.h>
+
+#include <cerrno>
 
 namespace cli {
 namespace {
@@ -17,7 +19,7 @@ void YesPrompts::Warn(const std::string& text)
     Fail(text);
 }
 
-bool YesPrompts::Ask(const std::string&, const std::string&)
+bool YesPrompts::Ask(const std::string&, const std::string&, editor::Icon)
 {
     return true;
 }
@@ -35,13 +37,39 @@ Parsed<std::filesystem::path> FindControlFile(const std::string& name)
     return {std::nullopt, WithReason(name, "expected a control file that can be read", error)};
 }
 
-std::string Show::Open(const std::string& name)
+ScratchFolder::~ScratchFolder()
+{
+    std::error_code ignored;
+    if (!path_.empty())
+        std::filesystem::remove_all(path_, ignored);
+}
+
+std::error_code ScratchFolder::Add(const std::filesystem::path& file)
+{
+    std::error_code error;
+    std::string folder = (std::filesystem::temp_directory_path(error) / "choreo-XXXXXX").string();
+    if (error)
+        return error;
+    if (mkdtemp(folder.data()) == nullptr)
+        return {errno, std::generic_category()};
+    path_ = folder;
+    std::filesystem::copy_file(file, path_ / file.filename(), error);
+    return error;
+}
+
+std::string Show::Open(const std::string& name, Saving saving)
 {
     const auto file = FindControlFile(name);
     if (!file.value)
         return file.error;
-    editor_.ReadControlFile(*file.value);
-    const std::error_code error = editor_.LastRead().error;
+    file_ = *file.value;
+    std::error_code error;
+    if (saving == Saving::IntoScratch)
+        error = scratch_.Add(file_);
+    if (error)
+        return WithReason(name, "cannot be copied", error);
+    editor_.ReadControlFile(saving == Saving::Never ? file_ : scratch_.Path() / file_.filename());
+    error = editor_.LastRead().error;
     return error ? WithReason(name, "cannot be read", error) : "";
 }
 

@@ -163,9 +163,17 @@ Parsed<Step> ParseStep(const std::string& option, const std::string& value)
     return {std::move(step), {}};
 }
 
+bool Saves(const Step& step)
+{
+    return step.kind == StepKind::Operate && step.operation == Operation::Click &&
+           IsSave(step.control);
+}
+
 std::string PerformStep(Show& show, const Step& step)
 {
-    const std::string refusal = Perform(show, step);
+    const bool unloaded = show.Editor().Unloaded();
+    const std::string refusal =
+        unloaded ? "the editor was closed by a step before" : Perform(show, step);
     return refusal.empty() ? refusal : step.text + ": " + refusal;
 }
 

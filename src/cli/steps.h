@@ -25,6 +25,9 @@ struct Step {
 /// `option` is "--at", "--play", "--set", "--spin", "--click" or "--key".
 [[nodiscard]] Parsed<Step> ParseStep(const std::string& option, const std::string& value);
 
+/// True for a step that would save the show.
+[[nodiscard]] bool Saves(const Step& step);
+
 /// Why the step was refused, or an empty text.
 [[nodiscard]] std::string PerformStep(Show& show, const Step& step);
 

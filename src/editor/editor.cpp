@@ -1,99 +1,18 @@
 #include "editor/editor.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
-
-#include "document/ascii.h"
 
 namespace editor {
-namespace {
-
-namespace fs = std::filesystem;
-
-constexpr std::string_view kControlExtension = ".ctl";
-constexpr std::array<std::string_view, 2> kMusicExtensions{".mp3", ".wav"};
-
-fs::path WithoutKnownExtension(const fs::path& name)
-{
-    std::string extension = name.extension().string();
-    std::ranges::transform(extension, extension.begin(), document::LowerAscii);
-    const bool known = extension == kControlExtension ||
-                       std::ranges::find(kMusicExtensions, extension) != kMusicExtensions.end();
-    return known ? fs::path(name).replace_extension() : name;
-}
-
-fs::path Append(fs::path base, std::string_view extension)
-{
-    base += extension;
-    return base;
-}
-
-}  // namespace
-
-Editor::Editor(timeline::MusicPlayer& mmSong, Prompts& prompts)
+Editor::Editor(timeline::MusicPlayer& mmSong, Prompts& prompts, SettingsStore* settings)
     : mmSong_(mmSong),
       prompts_(prompts),
+      settings_(settings),
       timeline_(choreography_, fountain_, panel_, mmSong),
       playback_(choreography_, timeline_, mmSong, *this)
 {
-}
-
-void Editor::OpenShow(const fs::path& base)
-{
-    OpenControlFile(base);
-    OpenMusicOf(base);
-    if (started_)
-        WarnOfRead();
-}
-
-void Editor::OpenControlFile(const fs::path& base)
-{
-    mmSong_.Close();
-    ReadControlFile(Append(WithoutKnownExtension(base), kControlExtension));
-}
-
-void Editor::OpenMusicOf(const fs::path& name)
-{
-    const fs::path base = WithoutKnownExtension(name);
-    const bool mp3 = document::FindFile(Append(base, kMusicExtensions[0])).has_value();
-    OpenMusicFile(Append(base, kMusicExtensions[mp3 ? 0 : 1]));
-}
-
-void Editor::ReadControlFile(const fs::path& name)
-{
-    before_.reset();
-    lastSave_ = {};
-    Store(Reach::AnotherShow, [&] {
-        lastRead_ =
-            document::ReadControlFile(choreography_, document::FindFile(name).value_or(name));
-        return true;
-    });
-    playback_.ResetPlayback();
-}
-
-void Editor::OpenMusicFile(const fs::path& name)
-{
-    mmSong_.Stop();
-    mmSong_.Close();
-    if (const auto file = document::FindFile(name))
-        mmSong_.Open(*file);
-    playback_.ResetPlayback();
-}
-
-void Editor::FinishStartUp()
-{
-    started_ = true;
-    WarnOfRead();
-}
-
-void Editor::WarnOfRead()
-{
-    if (choreography_.blnTooMany)
-        prompts_.Warn("At least one time contains too many actions.");
-    if (lastRead_.timesLeftOut > 0)
-        prompts_.Warn("The control file holds more times than the 54,000 that fit: " +
-                      std::to_string(lastRead_.timesLeftOut) + " of them were left out.");
+    SelectFilter(0);
+    if (settings_ != nullptr)
+        recent_ = LoadRecent(*settings_);
 }
 
 std::int32_t Editor::ShowLength() const

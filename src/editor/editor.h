@@ -10,7 +10,11 @@
 
 #include "document/choreography.h"
 #include "document/control_file.h"
+#include "editor/file_panel.h"
 #include "editor/history.h"
+#include "editor/prompts.h"
+#include "editor/recent.h"
+#include "editor/settings.h"
 #include "fountain/fountain.h"
 #include "fountain/scene.h"
 #include "panel/panel_state.h"
@@ -22,18 +26,19 @@
 
 namespace editor {
 
-/// The questions and messages that the editor puts to the user.
-class Prompts {
- public:
-    virtual ~Prompts() = default;
-    /// A message with an exclamation mark and an OK button.
-    virtual void Warn(const std::string& text) = 0;
-    /// A question with Yes and No, No the default; true for Yes.
-    [[nodiscard]] virtual bool Ask(const std::string& text, const std::string& title) = 0;
+/// Items of the File menu, by index.
+enum FileItem : int {
+    kNewItem = 0,
+    kOpenItem = 1,
+    kSaveItem = 3,
+    kSaveAsItem = 4,
+    kUndoAllItem = 5,
+    kPrintItem = 7,
+    kExitItem = 9
 };
 
-/// Items of the File menu, by index.
-enum FileItem : int { kSaveItem = 3, kPrintItem = 7, kExitItem = 9 };
+/// Why the window closes, by the platform's numbers.
+enum class UnloadMode { ControlMenu = 0, Code = 1, SessionEnds = 2, TaskManager = 3 };
 
 /// Items of the Display menu, by index.
 enum DisplayItem : int {
@@ -46,21 +51,30 @@ enum DisplayItem : int {
 /// The application without a window. A handler is named after its control and the event.
 class Editor : private timeline::PanelCommitter {
  public:
-    /// `mmSong` and `prompts` outlive the editor.
-    Editor(timeline::MusicPlayer& mmSong, Prompts& prompts);
+    /// All outlive the editor. Without `settings` nothing is remembered.
+    Editor(timeline::MusicPlayer& mmSong, Prompts& prompts, SettingsStore* settings = nullptr);
 
-    /// Opens the control file and the music of a base name. A control or music extension that was
-    /// typed along is dropped; a show without files is an empty, unsaved choreography.
+    /// Start-up in three steps, so that the window can be painted in between. The first restores
+    /// the display options and reads the control file of the base name on the command line, or
+    /// else of the show that was open last; the second opens its music; from the third on warnings
+    /// are shown at once, and those that were held back now.
+    void Form_Activate(const std::filesystem::path& commandLine);
+    void OpenStartMusic() { OpenMusicOf(startBase_); }
+    void FinishStartUp();
+    /// The base name that start-up opens; empty for none.
+    [[nodiscard]] const std::filesystem::path& StartBase() const { return startBase_; }
+
+    /// Opens the control file and the music of a base name without a question. A control or music
+    /// extension that was typed along is dropped; a show without files is an empty, unsaved
+    /// choreography.
     void OpenShow(const std::filesystem::path& base);
-    /// The two halves of `OpenShow`, for a start that paints its window in between.
+    /// The two halves of `OpenShow`.
     void OpenControlFile(const std::filesystem::path& base);
-    void OpenMusicOf(const std::filesystem::path& name);
-    /// The control file alone, under its full name.
+    void OpenMusicOf(const std::filesystem::path& base);
+    /// The control file alone, under its full name; an empty name gives an empty choreography.
     void ReadControlFile(const std::filesystem::path& name);
     /// The music alone, like its control file; a missing or broken one leaves the player closed.
     void OpenMusicFile(const std::filesystem::path& name);
-    /// Start-up is over: warnings that were held back are shown now.
-    void FinishStartUp();
 
     [[nodiscard]] const document::Choreography& Choreography() const { return choreography_; }
     /// Grows whenever what is stored may have changed, through an edit, a save that tidied it, or
@@ -105,10 +119,50 @@ class Editor : private timeline::PanelCommitter {
     document::SaveReport SaveTo(const std::filesystem::path& name);
     /// The File menu opens: what is pending is written first, so that its entries fit.
     void mnuFile_Click();
+    /// An item of the File menu, by its shortcut too. Print is left to the face: `MayPrint`.
+    void mnuFileAction_Click(int item);
+    /// Commits first; true when there is a script to print and the menu offers it.
+    [[nodiscard]] bool MayPrint();
     /// The unsaved-changes prompt; true when the user chose not to proceed.
     [[nodiscard]] bool ConfirmDiscard();
-    /// True when the window may close: not while the music plays, and not against the user.
-    [[nodiscard]] bool QueryUnload();
+    /// True when the window may close: not while the music plays unless the session ends, and not
+    /// against the user.
+    [[nodiscard]] bool Form_QueryUnload(UnloadMode mode);
+    [[nodiscard]] bool QueryUnload() { return Form_QueryUnload(UnloadMode::ControlMenu); }
+    /// The window closes: all comes to rest, the settings are saved.
+    void Form_Unload();
+    [[nodiscard]] bool Unloaded() const { return unloaded_; }
+
+    /// The file selection panel. While it is open nothing but its own controls and Exit can be
+    /// used.
+    [[nodiscard]] const FilePanel& fraFileSelect() const { return files_; }
+    /// What the drive list offers from now on.
+    void SetVolumes(std::vector<std::filesystem::path> volumes);
+    void ShowFilePanel(FilePanelMode mode);
+    void HideFilePanel();
+    /// Handlers of the panel's controls; nothing while it is closed or with an index that is not
+    /// there. A folder that cannot be read leaves the lists where they are.
+    void cboFileSelect_Click(int index);
+    void drvFileSelect_Change(int index);
+    void dirFileSelect_Change(int index);
+    void filFileSelect_DblClick(int index);
+    void cmdFileSelect_Click(int index);
+    void txtFileSelect_Change(const std::string& text);
+    /// ".MP3" or ".WAV", as the filter box last said.
+    [[nodiscard]] const std::string& MusicExtension() const { return musicExtension_; }
+
+    /// The shows at the end of the File menu.
+    [[nodiscard]] const RecentFiles& Recent() const { return recent_; }
+    /// Opens one of them after the question that opening asks. One that is gone is told and taken
+    /// from the list.
+    void OpenRecent(int index);
+    /// True for a name that `OpenDropped` may open: of a control or music file.
+    [[nodiscard]] static bool IsShowFile(const std::filesystem::path& name);
+    /// Opens the show of a file dropped on the window, after the question that opening asks; a
+    /// music file is the music then. False when it is no file of a show or the File menu is closed.
+    bool OpenDropped(const std::filesystem::path& name);
+    /// What else the status line shall say of the control file, in English; mostly empty.
+    [[nodiscard]] const std::string& FileNotice() const { return fileNotice_; }
 
     /// Takes the last edit back, or does it again, and goes to its time. What is pending on the
     /// panel is written first, and so is what is undone first. False, and nothing is done, while
@@ -148,6 +202,8 @@ class Editor : private timeline::PanelCommitter {
     void mmEditing_NextClick() { playback_.mmEditing_NextClick(); }
     /// Clears the marks after a question; without music, stops the choreography that plays.
     void mmEditing_ClearClick();
+    /// Selects mark `index` of `lstMarks`.
+    void lstMarks_Click(std::int32_t index) { playback_.SelectMark(index); }
     /// Goes to mark `index` of `lstMarks`.
     void lstMarks_DblClick(std::int32_t index) { playback_.GoToMark(index); }
 
@@ -187,8 +243,19 @@ class Editor : private timeline::PanelCommitter {
     void ToggleReset();
     void WarnOfRead();
 
+    void Read(Reach reach, const std::filesystem::path& name, std::string_view title = {});
+    [[nodiscard]] bool FileItemWorks(int item);
+    [[nodiscard]] bool KeepsChanges();
+    void New();
+    void UndoAll();
+    void OpenOrSave(const std::string& name);
+    void SaveAs(const std::filesystem::path& path);
+    void SelectFilter(int index);
+    void AddToRecent(const std::filesystem::path& controlFile);
+
     timeline::MusicPlayer& mmSong_;
     Prompts& prompts_;
+    SettingsStore* settings_;
     document::Choreography choreography_;
     std::uint64_t version_ = 0;
     History history_;
@@ -200,7 +267,13 @@ class Editor : private timeline::PanelCommitter {
     fountain::DisplayOptions options_;
     timeline::Timeline timeline_;
     timeline::Playback playback_;
+    std::filesystem::path startBase_;
     bool started_ = false;
+    bool unloaded_ = false;
+    FilePanel files_;
+    std::string musicExtension_;
+    RecentFiles recent_;
+    std::string fileNotice_;
     timeline::ShiftPanel shift_;
     bool eraseMode_ = false;
     bool commandStep_ = false;

@@ -57,9 +57,7 @@ void Editor::mnuFile_Click()
 
 void Editor::Save()
 {
-    mnuFile_Click();
-    if (Transport().ItemEnabled(timeline::kFileMenu, kSaveItem))
-        SaveTo(choreography_.fileName);
+    mnuFileAction_Click(kSaveItem);
 }
 
 document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
@@ -81,6 +79,9 @@ document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
                            : "The changes") +
                       " are still open here and can be saved again.");
     lastSave_ = report;
+    fileNotice_.clear();
+    if (report.outcome == document::SaveOutcome::Saved)
+        AddToRecent(name);
     playback_.RefreshMenus();
     return report;
 }
@@ -90,18 +91,16 @@ bool Editor::ConfirmDiscard()
     return !prompts_.Ask(
         "This choregraphy has not been saved. Do you really\nwant to proceed without saving the "
         "changes?",
-        "");
+        "", Icon::Exclamation);
 }
 
-bool Editor::QueryUnload()
+// When the session ends while music plays nobody is asked: what is unsaved stays marked as such.
+bool Editor::Form_QueryUnload(UnloadMode mode)
 {
     if (mmSong_.Mode() == timeline::PlayerMode::Playing)
-        return false;
-    if (PanelEnabled())
-        CommitPanel();
-    if (choreography_.blnChanged)
-        choreography_.blnChanged = ConfirmDiscard();
-    return !choreography_.blnChanged;
+        return mode == UnloadMode::SessionEnds || mode == UnloadMode::TaskManager;
+    mnuFile_Click();
+    return !KeepsChanges();
 }
 
 std::string Editor::StoredText() const

@@ -10,7 +10,7 @@ HistoryStep StepOf(document::Patch patch, std::string_view title)
 {
     HistoryStep step;
     step.title = title.empty() ? EditTitle(patch) : std::string(title);
-    step.before = patch.shift != 0 ? patch.shiftFrom : patch.slots.front().time;
+    step.before = patch.shift != 0 ? patch.shiftFrom : patch.changes.front().time;
     step.after = step.before + patch.shift;
     step.patches.push_back(std::move(patch));
     return step;
@@ -64,7 +64,7 @@ std::optional<document::Patch> Editor::PendingPatch() const
     if (!pending->empty())
         change.after = *pending;
     document::Patch patch;
-    patch.slots.push_back(std::move(change));
+    patch.changes.push_back(std::move(change));
     return patch;
 }
 

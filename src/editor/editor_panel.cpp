@@ -160,7 +160,8 @@ void Editor::EraseAddresses(int first, int last)
 void Editor::lblReset_Click(int index)
 {
     if (!PanelEnabled() || index < 0 || index >= static_cast<int>(kResetTitles.size()) ||
-        !prompts_.Ask("Are you sure?", kResetTitles[static_cast<std::size_t>(index)]))
+        !prompts_.Ask("Are you sure?", kResetTitles[static_cast<std::size_t>(index)],
+                      Icon::Question))
         return;
     if (index == 0)
         ToggleReset();

@@ -7,7 +7,8 @@ void Editor::mmEditing_ClearClick()
 {
     if (mmSong_.Mode() == timeline::PlayerMode::NotReady)
         playback_.mmEditing_ClearClick();
-    else if (Transport().mmEditing.clear && prompts_.Ask("Are you sure?", "Clear Marks"))
+    else if (Transport().mmEditing.clear &&
+             prompts_.Ask("Are you sure?", "Clear Marks", Icon::Question))
         playback_.ClearMarks();
 }
 
@@ -18,7 +19,7 @@ void Editor::OpenShiftPanel()
     CommitPanel();
     shift_ = timeline::OpenedShiftPanel(choreography_, timeline_.CurrentTime());
     if (shift_.visible)
-        playback_.SetShiftOpen(true);
+        playback_.SetPanelOpen(true);
 }
 
 void Editor::updnShiftTime_Press(int index, int direction)
@@ -37,7 +38,7 @@ void Editor::cmdShift_Click(int index)
     const auto shift = [&] { return timeline::ApplyShift(choreography_, panel); };
     if (index == 0 && Store(Reach::LaterTimes, shift))
         timeline_.GoToTime(panel.newTime);
-    playback_.SetShiftOpen(false);
+    playback_.SetPanelOpen(false);
 }
 
 }  // namespace editor

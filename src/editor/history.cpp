@@ -41,7 +41,7 @@ Patch ChangeWatch::Seen() const
     if (reach_ == Reach::CurrentTime) {
         document::SlotChange change{time_, list_, document::ListAt(choreography_, time_)};
         if (change.before != change.after)
-            patch.slots.push_back(std::move(change));
+            patch.changes.push_back(std::move(change));
     } else if (reach_ == Reach::LaterTimes && slot_ >= 0) {
         patch.shiftFrom = time_;
         patch.shift = choreography_.lngTime[static_cast<std::size_t>(slot_)] - time_;

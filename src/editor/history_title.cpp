@@ -81,9 +81,9 @@ std::string EditTitle(const document::Patch& patch)
     if (patch.shift != 0)
         return "Shift from " + document::ReadoutText(patch.shiftFrom) + " by " +
                timeline::SecondsText(patch.shift);
-    if (patch.slots.size() == 1)
-        return SlotTitle(patch.slots.front());
-    return "Changes at " + std::to_string(patch.slots.size()) + " times";
+    if (patch.changes.size() == 1)
+        return SlotTitle(patch.changes.front());
+    return "Changes at " + std::to_string(patch.changes.size()) + " times";
 }
 
 }  // namespace editor

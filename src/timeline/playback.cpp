@@ -16,6 +16,11 @@ constexpr std::uint16_t kNone = 0;
 
 constexpr std::string_view kUnnamedFile = ".ctl";
 
+bool HasMark(const Marks& marks, std::int32_t index)
+{
+    return index >= 0 && index < static_cast<std::int32_t>(marks.tenths.size());
+}
+
 }  // namespace
 
 Playback::Playback(const document::Choreography& choreography, Timeline& timeline,
@@ -43,6 +48,10 @@ void Playback::SetMenuMask(Menu menu, std::uint16_t mask)
 
 void Playback::RefreshMenus()
 {
+    if (panelOpen_) {
+        HoldAllButExit();
+        return;
+    }
     std::uint16_t file = kFileEmpty;
     std::uint16_t help = kHelpAll;
     if (choreography_.lngTime.front() < document::kEndSentinel) {
@@ -66,7 +75,7 @@ void Playback::RefreshMenus()
 void Playback::RefreshSongButtons()
 {
     const PlayerMode mode = mmSong_.Mode();
-    const bool open = mode != PlayerMode::NotReady && !snippetPlays_;
+    const bool open = mode != PlayerMode::NotReady && !snippetPlays_ && !panelOpen_;
     transport_.mmSong = {.prev = open,
                          .play = open && mode != PlayerMode::Playing,
                          .pause = open && mode == PlayerMode::Playing,
@@ -223,11 +232,16 @@ void Playback::mmEditing_PrevClick()
 
 void Playback::GoToMark(std::int32_t index)
 {
-    if (!transport_.updnTimeEnabled || index < 0 ||
-        index >= static_cast<std::int32_t>(lstMarks_.tenths.size()))
+    if (!transport_.updnTimeEnabled || !HasMark(lstMarks_, index))
         return;
-    lstMarks_.selected = index;
+    SelectMark(index);
     GoToSelectedMark();
+}
+
+void Playback::SelectMark(std::int32_t index)
+{
+    if (HasMark(lstMarks_, index))
+        lstMarks_.selected = index;
 }
 
 void Playback::GoToSelectedMark()
@@ -245,19 +259,35 @@ void Playback::ClearMarks()
     transport_.mmEditing.clear = false;
 }
 
-void Playback::SetShiftOpen(bool open)
+void Playback::SetPanelOpen(bool open)
 {
-    SetMenuMask(kDisplayMenu, open ? kNone : kDisplayAll);
-    if (!open) {
-        ReturnToEditing();
+    panelOpen_ = open;
+    if (open) {
+        HoldAllButExit();
         return;
     }
+    SetMenuMask(kDisplayMenu, kDisplayAll);
+    ReturnToEditing();
+}
+
+void Playback::HoldAllButExit()
+{
     EnableTimeSpinners(false);
     transport_.fraControlsEnabled = false;
     transport_.mmEditing = {.play = false};
     transport_.mmSong = {};
     SetMenuMask(kFileMenu, kFileExitOnly);
+    SetMenuMask(kDisplayMenu, kNone);
     SetMenuMask(kHelpMenu, kNone);
+}
+
+void Playback::BringToRest()
+{
+    if (tmrControlFile.Enabled())
+        StopControlFile();
+    const PlayerMode mode = mmSong_.Mode();
+    if (mode == PlayerMode::Playing || mode == PlayerMode::Paused)
+        StopPlayback();
 }
 
 void Playback::mmEditing_PlayClick()

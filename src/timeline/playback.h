@@ -47,9 +47,14 @@ class Playback : public MusicEvents {
     void ClearMarks();
     /// Goes to mark `index` of the list and selects it; nothing while something plays.
     void GoToMark(std::int32_t index);
+    /// Selects mark `index`, to which a stop returns; nothing where there is none.
+    void SelectMark(std::int32_t index);
 
-    /// While the shift panel is open nothing but its own controls and Exit can be used.
-    void SetShiftOpen(bool open);
+    /// While the shift panel or the file selection panel is open nothing but its own controls and
+    /// Exit can be used.
+    void SetPanelOpen(bool open);
+    /// Stops what plays or pauses.
+    void BringToRest();
 
     void mmSong_PlayCompleted() override;
     void mmSong_PauseCompleted() override;
@@ -79,6 +84,7 @@ class Playback : public MusicEvents {
     void RefreshSongButtons();
     void BeginPlaying();
     void ReturnToEditing();
+    void HoldAllButExit();
     void StopControlFile();
     void BeginSnippet();
     void PlayControlFile();
@@ -91,6 +97,7 @@ class Playback : public MusicEvents {
 
     Transport transport_;
     Marks lstMarks_;
+    bool panelOpen_ = false;
     bool snippetPlays_ = false;
     std::int32_t snippetStart_ = 0;
     bool statusBusy_ = false;

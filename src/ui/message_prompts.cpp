@@ -20,11 +20,10 @@ void MessagePrompts::Warn(const std::string& text)
     box.exec();
 }
 
-bool MessagePrompts::Ask(const std::string& text, const std::string& title)
+bool MessagePrompts::Ask(const std::string& text, const std::string& title, editor::Icon icon)
 {
-    const bool untitled = title.empty();
-    QMessageBox box(untitled ? QMessageBox::Warning : QMessageBox::Question,
-                    untitled ? CaptionOf(window_) : QString::fromStdString(title),
+    QMessageBox box(icon == editor::Icon::Question ? QMessageBox::Question : QMessageBox::Warning,
+                    title.empty() ? CaptionOf(window_) : QString::fromStdString(title),
                     QString::fromStdString(text), QMessageBox::Yes | QMessageBox::No, window_);
     box.setDefaultButton(QMessageBox::No);
     box.setTextFormat(Qt::PlainText);

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "editor/editor.h"
+#include "editor/prompts.h"
 
 namespace ui {
 
@@ -13,7 +13,8 @@ class MessagePrompts final : public editor::Prompts {
     void SetWindow(QWidget* window) { window_ = window; }
 
     void Warn(const std::string& text) override;
-    [[nodiscard]] bool Ask(const std::string& text, const std::string& title) override;
+    [[nodiscard]] bool Ask(const std::string& text, const std::string& title,
+                           editor::Icon icon) override;
 
  private:
     QWidget* window_ = nullptr;

@@ -15,7 +15,7 @@ struct YesPrompts : editor::Prompts {
     std::vector<std::string> warnings;
 
     void Warn(const std::string& text) override { warnings.push_back(text); }
-    bool Ask(const std::string&, const std::string&) override { return true; }
+    bool Ask(const std::string&, const std::string&, editor::Icon) override { return true; }
 };
 
 /// One thing that a user does, in the terms of the window.

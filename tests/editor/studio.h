@@ -4,7 +4,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "editor/editor.h"
@@ -44,19 +47,42 @@ struct Answers final : editor::Prompts {
     bool yes = true;
     std::vector<std::string> warnings;
     std::vector<std::string> questions;  ///< "title: text"
+    std::vector<editor::Icon> icons;     ///< of the questions
 
     void Warn(const std::string& text) override { warnings.push_back(text); }
-    bool Ask(const std::string& text, const std::string& title) override
+    bool Ask(const std::string& text, const std::string& title, editor::Icon icon) override
     {
         questions.push_back(title + ": " + text);
+        icons.push_back(icon);
         return yes;
     }
 };
 
+/// Settings that last as long as the object, whatever editors come and go.
+struct Settings final : editor::SettingsStore {
+    std::map<std::string, std::string, std::less<>> values;
+    std::vector<std::string> saved;  ///< keys, in the order in which they were saved
+
+    std::string GetSettingValue(std::string_view key, std::string_view fallback) const override
+    {
+        const auto value = values.find(key);
+        return value == values.end() ? std::string(fallback) : value->second;
+    }
+    void SaveSettingValue(std::string_view key, std::string_view value) override
+    {
+        values.insert_or_assign(std::string(key), std::string(value));
+        saved.emplace_back(key);
+    }
+};
+
 struct Studio {
+    explicit Studio(editor::SettingsStore* settings = nullptr) : editor(player, prompts, settings)
+    {
+    }
+
     support::HandPlayer player;
     Answers prompts;
-    editor::Editor editor{player, prompts};
+    editor::Editor editor;
 };
 
 }  // namespace testing_support

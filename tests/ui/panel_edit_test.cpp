@@ -212,18 +212,18 @@ void PanelEditTest::questionsLookAsTheyShould()
     prompts.SetWindow(&studio.window);
     BoxAnswer box;
     box.Await(QMessageBox::Yes);
-    QVERIFY(prompts.Ask("Are you sure?", "Reset All"));
+    QVERIFY(prompts.Ask("Are you sure?", "Reset All", editor::Icon::Question));
     QCOMPARE(box.title, "Reset All");
     QCOMPARE(box.text, "Are you sure?");
     QCOMPARE(box.icon, QMessageBox::Question);
     QCOMPARE(box.defaultButton, "No");
     box.Await(QMessageBox::No);
-    QVERIFY(!prompts.Ask("Proceed?", ""));
+    QVERIFY(!prompts.Ask("Proceed?", "", editor::Icon::Exclamation));
     QCOMPARE(box.icon, QMessageBox::Warning);
     QVERIFY2(box.title.startsWith("Gala ") && !box.title.contains('*'), qPrintable(box.title));
     QTimer::singleShot(0,
                        [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
-    QVERIFY(!prompts.Ask("Escaped", "No"));
+    QVERIFY(!prompts.Ask("Escaped", "No", editor::Icon::Question));
 }
 
 void PanelEditTest::saveWritesWhatIsPending()
