@@ -130,7 +130,7 @@ Patch ComparePatch(const Choreography& before, const Choreography& after)
         if (after.lngTime[a] == change.time)
             change.after = after.strCommands[a++];
         if (change.before != change.after)
-            patch.slots.push_back(std::move(change));
+            patch.changes.push_back(std::move(change));
     }
     return patch;
 }
@@ -138,7 +138,7 @@ Patch ComparePatch(const Choreography& before, const Choreography& after)
 Patch Reversed(Patch patch)
 {
     std::swap(patch.countsBefore, patch.countsAfter);
-    for (SlotChange& change : patch.slots)
+    for (SlotChange& change : patch.changes)
         std::swap(change.before, change.after);
     patch.shiftFrom += patch.shift;
     patch.shift = -patch.shift;
@@ -148,8 +148,8 @@ Patch Reversed(Patch patch)
 bool ApplyPatch(Choreography& choreography, const Patch& patch)
 {
     if (patch.shift != 0
-            ? !patch.slots.empty() || !Shift(choreography, patch.shiftFrom, patch.shift)
-            : !ChangeSlots(choreography, patch.slots))
+            ? !patch.changes.empty() || !Shift(choreography, patch.shiftFrom, patch.shift)
+            : !ChangeSlots(choreography, patch.changes))
         return false;
     choreography.intTimeCount = patch.countsAfter.intTimeCount;
     choreography.intCommandCount = patch.countsAfter.intCommandCount;

@@ -29,14 +29,14 @@ struct Counts {
 
 /// A change of a choreography: either all slots from one time on move, or single times change.
 struct Patch {
-    std::int32_t shiftFrom = 0;     ///< ms, the time of the first slot that moves
-    std::int32_t shift = 0;         ///< ms, 0 when none does
-    std::vector<SlotChange> slots;  ///< by increasing time; beside a shift none
+    std::int32_t shiftFrom = 0;       ///< ms, the time of the first slot that moves
+    std::int32_t shift = 0;           ///< ms, 0 when none does
+    std::vector<SlotChange> changes;  ///< by increasing time; beside a shift none
     Counts countsBefore;
     Counts countsAfter;
 
     /// True when no slot changes.
-    [[nodiscard]] bool Empty() const { return shift == 0 && slots.empty(); }
+    [[nodiscard]] bool Empty() const { return shift == 0 && changes.empty(); }
     friend bool operator==(const Patch&, const Patch&) = default;
 };
 

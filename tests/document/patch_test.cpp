@@ -91,7 +91,7 @@ TEST(Patch, AFullChoreographyTakesOnlyWhatItGivesRoomFor)
     const Patch grows{0, 0, {{50, std::nullopt, Packed("003-020")}}, {}, {}};
     EXPECT_FALSE(ApplyPatch(show, grows));
     Patch exchanges = grows;
-    exchanges.slots.push_back({100, Packed("003-020"), std::nullopt});
+    exchanges.changes.push_back({100, Packed("003-020"), std::nullopt});
     EXPECT_TRUE(ApplyPatch(show, exchanges));
     EXPECT_EQ(show.lngTime[1], 50);
     EXPECT_EQ(show.lngTime[2], 200);
