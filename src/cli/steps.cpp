@@ -87,7 +87,7 @@ std::string ParseKey(Step& step, std::string_view value)
 }
 
 constexpr std::string_view kNoMove =
-    "the time cannot be moved while something plays or the shift panel is open";
+    "the time cannot be moved while something plays or the shift or file panel is open";
 
 // Keys step from command to command.
 std::string PerformKey(editor::Editor& editor, Key key)
