@@ -224,6 +224,7 @@ TEST(FilePanel, LeavesNothingElseToBeUsed)
     EXPECT_EQ(desk.editor.Timeline().CurrentTime(), 0);
     EXPECT_EQ(desk.editor.Transport(), held);
     EXPECT_TRUE(desk.prompts.questions.empty());
+    EXPECT_TRUE(desk.editor.Form_QueryUnload(editor::UnloadMode::Code));
 
     desk.editor.cmdFileSelect_Click(1);
     EXPECT_FALSE(desk.Panel().visible);

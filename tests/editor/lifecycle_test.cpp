@@ -373,4 +373,23 @@ TEST(UndoAll, ReadsTheShowAsItWasSavedLast)
     EXPECT_EQ(document::ControlFileCaption(studio.editor.Choreography()), "unsaved choreography");
 }
 
+TEST(UndoAll, CanBeUndoneItself)
+{
+    Folder folder;
+    folder.Add("show.ctl", kShow);
+    Studio studio;
+    studio.editor.OpenShow(folder / "show");
+    studio.editor.MoveTo(5000);
+    studio.editor.SetSpinner("updnSpout", 0, 4);
+    studio.editor.mnuFileAction_Click(editor::kUndoAllItem);
+    EXPECT_EQ(studio.editor.UndoText(), "Undo Undo All");
+    ASSERT_TRUE(studio.editor.Undo());
+    EXPECT_EQ(document::ControlText(studio.editor.Choreography()), kEdited);
+    EXPECT_TRUE(studio.editor.Choreography().blnChanged);
+    studio.editor.mnuFileAction_Click(editor::kSaveItem);
+    EXPECT_EQ(OnDisk(folder / "show.ctl"), "edited");
+    studio.editor.mnuFileAction_Click(editor::kNewItem);
+    EXPECT_FALSE(studio.editor.CanUndo()) << "there is no way back into another show";
+}
+
 }  // namespace
