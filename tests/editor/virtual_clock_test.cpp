@@ -15,7 +15,10 @@ namespace fs = std::filesystem;
 class NoPrompts final : public editor::Prompts {
  public:
     void Warn(const std::string&) override {}
-    [[nodiscard]] bool Ask(const std::string&, const std::string&, editor::Icon) override { return true; }
+    [[nodiscard]] bool Ask(const std::string&, const std::string&, editor::Icon) override
+    {
+        return true;
+    }
 };
 
 /// An editor without music on a virtual clock, with a show of these lines.
