@@ -1,42 +1,18 @@
 #include "sound/pipeline.h"
 
-#include <gst/gst.h>
-
 #include <algorithm>
 #include <fstream>
-#include <limits>
 #include <string_view>
 #include <system_error>
+
+#include "sound/gst_tools.h"
 
 namespace sound {
 namespace {
 
-struct Unref {
-    void operator()(GstElement* element) const { gst_object_unref(element); }
-    void operator()(GstBus* bus) const { gst_object_unref(bus); }
-    void operator()(GstMessage* message) const { gst_message_unref(message); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
-    void operator()(GstIterator* iterator) const { gst_iterator_free(iterator); }
-};
-template <typename T>
-using Owned = std::unique_ptr<T, Unref>;
-
 constexpr int kAudioOnly = 2;  // playbin's flags: a cover picture must not open a video window
 constexpr std::chrono::milliseconds kErrorTextDelay{200};
 constexpr std::chrono::seconds kMeasuringLimit{10};
-
-GstClockTime Nanoseconds(std::chrono::nanoseconds duration)
-{
-    return static_cast<GstClockTime>(std::max<std::int64_t>(duration.count(), 0));
-}
-
-std::int32_t Milliseconds(gint64 nanoseconds)
-{
-    constexpr gint64 kMost = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(
-        std::clamp<gint64>(nanoseconds / static_cast<gint64>(GST_MSECOND), 0, kMost));
-}
 
 /// An element by its name, which `GstreamerProblem` has found.
 GstElement* Make(const char* element)
@@ -59,18 +35,12 @@ Owned<GstElement> MakeSink(Sink sink)
     return Owned<GstElement>(element);
 }
 
-GstMessageType Kinds(unsigned first, unsigned second)
-{
-    return static_cast<GstMessageType>(first | second);
-}
-
 OpenResult ResultOf(GstMessage* message, GstElement* sink)
 {
     GError* raw = nullptr;
     gst_message_parse_error(message, &raw, nullptr);
     const Owned<GError> error(raw);
-    if (g_error_matches(raw, GST_CORE_ERROR, GST_CORE_ERROR_MISSING_PLUGIN) ||
-        g_error_matches(raw, GST_STREAM_ERROR, GST_STREAM_ERROR_CODEC_NOT_FOUND)) {
+    if (LacksDecoder(raw)) {
         return OpenResult::NoDecoder;
     }
     const bool ofSink = gst_object_has_as_ancestor(message->src, AsObject(sink));

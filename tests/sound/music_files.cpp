@@ -27,12 +27,12 @@ std::string LittleEndian(std::uint32_t value, int bytes)
     return text;
 }
 
-std::string WavHeader(std::uint32_t rate, std::uint32_t dataSize)
+std::string WavHeader(std::uint32_t rate, std::uint32_t dataSize, std::uint32_t channels = 1)
 {
     return "RIFF" + LittleEndian(36 + dataSize, 4) + "WAVEfmt " + LittleEndian(16, 4) +
-           LittleEndian(1, 2) + LittleEndian(1, 2) + LittleEndian(rate, 4) +
-           LittleEndian(rate * 2, 4) + LittleEndian(2, 2) + LittleEndian(16, 2) + "data" +
-           LittleEndian(dataSize, 4);
+           LittleEndian(1, 2) + LittleEndian(channels, 2) + LittleEndian(rate, 4) +
+           LittleEndian(rate * 2 * channels, 4) + LittleEndian(2 * channels, 2) +
+           LittleEndian(16, 2) + "data" + LittleEndian(dataSize, 4);
 }
 
 }  // namespace
@@ -58,15 +58,25 @@ std::filesystem::path MusicFolder::Add(const std::string& name, std::string_view
     return file;
 }
 
+std::string WavBytes(std::uint32_t rate, std::uint32_t channels,
+                     const std::vector<std::int16_t>& samples)
+{
+    std::string bytes = WavHeader(rate, static_cast<std::uint32_t>(samples.size() * 2), channels);
+    for (const std::int16_t sample : samples) {
+        bytes += LittleEndian(static_cast<std::uint16_t>(sample), 2);
+    }
+    return bytes;
+}
+
 std::string WavBytes(std::int32_t length)
 {
     constexpr std::uint32_t kRate = 8000;
-    const auto samples = static_cast<std::uint32_t>(length) * kRate / 1000;
-    std::string bytes = WavHeader(kRate, samples * 2);
-    for (std::uint32_t i = 0; i < samples; ++i) {
-        bytes += LittleEndian(static_cast<std::uint32_t>(std::lround(900 * std::sin(0.3 * i))), 2);
+    std::vector<std::int16_t> samples(static_cast<std::uint32_t>(length) * kRate / 1000);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double wave = std::sin(0.3 * static_cast<double>(i));
+        samples[i] = static_cast<std::int16_t>(std::lround(900 * wave));
     }
-    return bytes;
+    return WavBytes(kRate, 1, samples);
 }
 
 std::string DataBytes(const std::string& name)

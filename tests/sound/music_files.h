@@ -22,6 +22,10 @@ class MusicFolder {
     std::filesystem::path folder_;
 };
 
+/// 16-bit PCM; the samples of the channels by turns.
+[[nodiscard]] std::string WavBytes(std::uint32_t rate, std::uint32_t channels,
+                                   const std::vector<std::int16_t>& samples);
+
 /// 16-bit PCM at 8 kHz, one channel, a soft tone of `length` ms.
 [[nodiscard]] std::string WavBytes(std::int32_t length);
 
