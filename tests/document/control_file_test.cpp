@@ -1,12 +1,10 @@
 #include "document/control_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
-
+#include "full_disk.h"
 #include "show_folder.h"
 
 namespace {
@@ -139,29 +137,6 @@ TEST_F(ControlFile, NoBackupNoOverwriting)
     EXPECT_TRUE(show.blnChanged);
 }
 
-// Files may not grow beyond `bytes` while it lives.
-class FullDisk {
- public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    }
-    ~FullDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-    rlimit before_{};
-    void (*handler_)(int) = nullptr;
-};
-
 TEST_F(ControlFile, AFailedWriteLosesNothingHoweverOftenItIsTried)
 {
     Put("show.ctl", kShow);
@@ -170,7 +145,7 @@ TEST_F(ControlFile, AFailedWriteLosesNothingHoweverOftenItIsTried)
     StoreCommands(show, 0, Packed("004-020"));
     show.blnChanged = true;
     for (int attempt = 0; attempt < 7; ++attempt) {
-        const FullDisk full(10);
+        const testing_support::FullDisk full(10);
         const auto report = WriteControlFile(show, show_);
         EXPECT_EQ(report.outcome, SaveOutcome::WriteFailed);
         EXPECT_EQ(report.error, std::errc::file_too_large);
