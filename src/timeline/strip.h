@@ -39,6 +39,8 @@ class StripView {
     /// that much follows a time ahead.
     void Reveal(double time);
 
+    friend bool operator==(const StripView&, const StripView&) = default;
+
  private:
     void Place(double first, double span);
 
