@@ -188,18 +188,17 @@ void Journal::Drop()
     Give({Kind::Drop, {}, {}, {}});
 }
 
-void Journal::Record(const Choreography& now, const Patch& patch)
+void Journal::Record(const Choreography& now, const std::vector<Patch>& patches)
 {
     changed_ = true;
     pending_.reset();
-    const std::int32_t time = patch.shift != 0        ? patch.shiftFrom + patch.shift
-                              : patch.changes.empty() ? 0
-                                                      : patch.changes.front().time;
     if (MustRewrite())
-        return Rewrite(now, time);
-    Job job{Kind::Append, JournalPatch(patch), {}, {}};
+        return Rewrite(now, patches.empty() ? 0 : TimeOf(patches.back()));
+    Job job;
+    for (const Patch& patch : patches)
+        job.bytes += JournalPatch(patch);
     changedBytes_ += job.bytes.size();
-    ++changes_;
+    changes_ += static_cast<int>(patches.size());
     Give(std::move(job));
 }
 

@@ -32,8 +32,8 @@ class Journal {
 
     /// From now on it is about `show`, which was just opened, saved or begun: nothing is unsaved.
     void Begin(const Choreography& show);
-    /// `patch` made `now`. With it, what was pending was stored or given up.
-    void Record(const Choreography& now, const Patch& patch);
+    /// `patches` made `now`, one after another. With them, what was pending was stored or given up.
+    void Record(const Choreography& now, const std::vector<Patch>& patches);
     /// What leaving `time` would store there, empty when the time would go; nothing when nothing is
     /// pending.
     void RecordPending(const Choreography& now, std::int32_t time,

@@ -208,10 +208,8 @@ class Reader {
                  static_cast<std::int64_t>(std::min(patch->changes.size() + 1, kRebuilding));
         if (work_ > kMostWork || !ApplyPatch(content_.show, *patch))
             return false;
-        if (snapshot_ && patch->shift != 0)
-            content_.time = patch->shiftFrom + patch->shift;
-        else if (snapshot_ && !patch->changes.empty())
-            content_.time = patch->changes.front().time;
+        if (snapshot_)
+            content_.time = TimeOf(*patch);
         snapshot_ = true;
         pending_ = {};  // storing it was the first thing that was done
         return true;

@@ -112,6 +112,13 @@ std::optional<Commands> ListAt(const Choreography& choreography, std::int32_t ti
     return choreography.strCommands[At(slot)];
 }
 
+std::int32_t TimeOf(const Patch& patch)
+{
+    if (patch.shift != 0)
+        return patch.shiftFrom + patch.shift;
+    return patch.changes.empty() ? 0 : patch.changes.front().time;
+}
+
 Patch ComparePatch(const Choreography& before, const Choreography& after)
 {
     Patch patch;

@@ -45,6 +45,9 @@ struct Patch {
 /// The commands of the slot at exactly `time`, if there is one.
 [[nodiscard]] std::optional<Commands> ListAt(const Choreography& choreography, std::int32_t time);
 
+/// ms, where one looks for what the patch did.
+[[nodiscard]] std::int32_t TimeOf(const Patch& patch);
+
 /// What makes `after` of `before`, time by time.
 [[nodiscard]] Patch ComparePatch(const Choreography& before, const Choreography& after);
 

@@ -10,6 +10,7 @@
 
 #include "document/choreography.h"
 #include "document/control_file.h"
+#include "document/journal.h"
 #include "editor/file_panel.h"
 #include "editor/history.h"
 #include "editor/prompts.h"
@@ -175,6 +176,13 @@ class Editor : private timeline::PanelCommitter {
     [[nodiscard]] std::string UndoText() const;
     [[nodiscard]] std::string RedoText() const;
 
+    /// Puts other times and commands in place of all that are stored, as one edit under `title`: a
+    /// backup, or what was recovered. False while something plays or shifts, and when they are the
+    /// same.
+    bool Replace(const document::Choreography& show, std::string_view title);
+    /// From now on what is not saved is kept in `journal`, which outlives the editor.
+    void SetJournal(document::Journal& journal);
+
     /// In English, what leaving the time would change there; empty when nothing is pending.
     [[nodiscard]] std::string PendingText() const;
     /// In English, what is stored at the current time.
@@ -234,6 +242,8 @@ class Editor : private timeline::PanelCommitter {
                 void (History::*step)());
     [[nodiscard]] std::optional<document::Commands> PendingCommands() const;
     [[nodiscard]] std::optional<document::Patch> PendingPatch() const;
+    void NotePending();
+    void NoteSaved();
     void CommitPanel() override;
     [[nodiscard]] bool MayMove() const;
     [[nodiscard]] bool PanelEnabled() const;
@@ -260,6 +270,7 @@ class Editor : private timeline::PanelCommitter {
     std::uint64_t version_ = 0;
     History history_;
     bool storing_ = false;
+    document::Journal* journal_ = nullptr;
     document::ReadReport lastRead_;
     document::SaveReport lastSave_;
     fountain::Fountain fountain_;

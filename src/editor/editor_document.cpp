@@ -69,7 +69,7 @@ document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
         return report.pruned;
     });
     if (report.outcome == document::SaveOutcome::Saved)
-        history_.MarkClean();
+        NoteSaved();
     if (pruned)
         timeline_.RebuildState(timeline::Direction::Back);
     if (report.outcome == document::SaveOutcome::WriteFailed)

@@ -10,8 +10,8 @@ HistoryStep StepOf(document::Patch patch, std::string_view title)
 {
     HistoryStep step;
     step.title = title.empty() ? EditTitle(patch) : std::string(title);
-    step.before = patch.shift != 0 ? patch.shiftFrom : patch.changes.front().time;
-    step.after = step.before + patch.shift;
+    step.after = document::TimeOf(patch);
+    step.before = step.after - patch.shift;
     step.patches.push_back(std::move(patch));
     return step;
 }
@@ -36,10 +36,16 @@ bool Editor::Store(Reach reach, const std::function<bool()>& change, std::string
 
 void Editor::Remember(Reach reach, const ChangeWatch& watch, std::string_view title)
 {
-    if (reach == Reach::AnotherShow)
-        return history_.Begin(!choreography_.blnChanged);
+    if (reach == Reach::AnotherShow) {
+        history_.Begin(!choreography_.blnChanged);
+        if (journal_ != nullptr)
+            journal_->Begin(choreography_);
+        return;
+    }
     document::Patch patch = watch.Seen();
     if (!patch.Empty()) {
+        if (journal_ != nullptr)
+            journal_->Record(choreography_, {patch});
         if (reach == Reach::Tidying)
             history_.AddTidying(std::move(patch));
         else
@@ -47,6 +53,25 @@ void Editor::Remember(Reach reach, const ChangeWatch& watch, std::string_view ti
     }
     if (!choreography_.blnChanged)
         history_.MarkClean();
+}
+
+void Editor::SetJournal(document::Journal& journal)
+{
+    journal_ = &journal;
+    journal_->Begin(choreography_);
+}
+
+void Editor::NotePending()
+{
+    if (journal_ != nullptr && !storing_ && PanelEnabled())
+        journal_->RecordPending(choreography_, timeline_.CurrentTime(), PendingCommands());
+}
+
+void Editor::NoteSaved()
+{
+    history_.MarkClean();
+    if (journal_ != nullptr)
+        journal_->Begin(choreography_);
 }
 
 bool Editor::MayTravel() const
@@ -74,10 +99,30 @@ bool Editor::Travel(const std::vector<document::Patch>& patches, std::int32_t ti
     if (!document::ApplyPatches(choreography_, patches))
         return false;
     (history_.*step)();
+    if (journal_ != nullptr)
+        journal_->Record(choreography_, patches);
     choreography_.blnChanged = !history_.Clean();
     ++version_;
     before_.reset();
     timeline_.GoToTime(time);
+    timeline_.RebuildState(timeline::Direction::Back);
+    playback_.RefreshMenus();
+    return true;
+}
+
+bool Editor::Replace(const document::Choreography& show, std::string_view title)
+{
+    if (!MayTravel())
+        return false;
+    CommitPanel();
+    const document::Patch patch = document::ComparePatch(choreography_, show);
+    const auto replace = [&] {
+        choreography_.blnChanged = true;
+        return document::ApplyPatch(choreography_, patch);
+    };
+    if (patch.Empty() || !Store(Reach::Everything, replace, title))
+        return false;
+    before_.reset();
     timeline_.RebuildState(timeline::Direction::Back);
     playback_.RefreshMenus();
     return true;

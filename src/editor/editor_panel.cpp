@@ -65,6 +65,7 @@ bool Editor::SetSpinner(std::string_view name, int index, int value)
     if (!Has(control, index) || !PanelEnabled())
         return false;
     panel::SetSpinner({panel_, fountain_}, *control, index, value);
+    NotePending();
     return true;
 }
 
@@ -74,6 +75,7 @@ bool Editor::PressSpinner(std::string_view name, int index, int direction)
     if (!Has(control, index) || !PanelEnabled())
         return false;
     panel::PressSpinner({panel_, fountain_}, *control, index, direction);
+    NotePending();
     return true;
 }
 
@@ -83,13 +85,16 @@ bool Editor::ClickLabel(std::string_view name, int index)
     if (!Has(control, index) || !PanelEnabled())
         return false;
     panel::ClickLabel({panel_, fountain_}, *control, index);
+    NotePending();
     return true;
 }
 
 void Editor::updnRotateTime_Press(int index, int direction)
 {
-    if (PanelEnabled())
-        panel::PressRotateTime({panel_, fountain_}, index, direction);
+    if (!PanelEnabled())
+        return;
+    panel::PressRotateTime({panel_, fountain_}, index, direction);
+    NotePending();
 }
 
 // While the panel is disabled nothing is edited: what differs from what was loaded then is what
@@ -110,6 +115,7 @@ void Editor::CommitPanel()
         prompts_.Warn("A choreography holds at most 54,000 times: this one was not added.");
     timeline_.RebuildState(Direction::Back);
     playback_.RefreshMenus();
+    NotePending();  // nothing is any more
 }
 
 bool Editor::DeleteTime()
@@ -170,6 +176,7 @@ void Editor::lblReset_Click(int index)
     if (index != 0)
         timeline_.RebuildState(Direction::Back);
     playback_.RefreshMenus();
+    NotePending();
 }
 
 void Editor::ToggleReset()

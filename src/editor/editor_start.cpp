@@ -176,6 +176,8 @@ void Editor::Form_Unload()
     playback_.BringToRest();
     mmSong_.Close();
     unloaded_ = true;
+    if (journal_ != nullptr && !choreography_.blnChanged)
+        journal_->Drop();
     if (settings_ == nullptr)
         return;
     for (const DisplaySetting& setting : kDisplaySettings)

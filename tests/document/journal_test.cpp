@@ -88,7 +88,7 @@ TEST_F(JournalFile, HoldsAllThatWasDoneUpToWhereItIsTorn)
     };
     for (int k = 0; k < 12; ++k) {
         const Patch patch = edited.Edit();
-        journal.Record(edited.show, patch);
+        journal.Record(edited.show, {patch});
         note(edited.show, false);
         Choreography pending = edited.show;
         const document::Commands list = Packed("003-020");
@@ -176,7 +176,7 @@ TEST_F(JournalFile, IsThereOnlyWhileSomethingIsUnsaved)
     journal.RecordPending(edited.show, 100, std::nullopt);
     EXPECT_FALSE(there()) << "what was set was set back";
     const Patch patch = edited.Edit();
-    journal.Record(edited.show, patch);
+    journal.Record(edited.show, {patch});
     journal.RecordPending(edited.show, 100, Packed("003-020"));
     journal.RecordPending(edited.show, 100, std::nullopt);
     EXPECT_TRUE(there());
@@ -186,7 +186,7 @@ TEST_F(JournalFile, IsThereOnlyWhileSomethingIsUnsaved)
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
     journal.Begin(edited.show);  // saved
     EXPECT_FALSE(there());
-    journal.Record(edited.show, edited.Edit());
+    journal.Record(edited.show, {edited.Edit()});
     EXPECT_TRUE(there());
     journal.Drop();
     EXPECT_FALSE(there());
@@ -202,7 +202,7 @@ TEST_F(JournalFile, IsLeftOverOnlyByAProcessThatIsNoMore)
     {
         Journal journal(Folder());
         journal.Begin(edited.show);
-        journal.Record(edited.show, edited.Edit());
+        journal.Record(edited.show, {edited.Edit()});
         journal.Flush();
         first = journal.File();
         EXPECT_TRUE(LeftoverJournals(Folder()).empty()) << "its editor lives";
@@ -215,7 +215,7 @@ TEST_F(JournalFile, IsLeftOverOnlyByAProcessThatIsNoMore)
 
     Journal second(Folder());
     second.Begin(edited.show);
-    second.Record(edited.show, edited.Edit());
+    second.Record(edited.show, {edited.Edit()});
     second.Flush();
     EXPECT_NE(second.File(), first);
     EXPECT_EQ(LeftoverJournals(Folder()), std::vector{first});
@@ -228,14 +228,14 @@ TEST_F(JournalFile, StaysInProportionToTheShow)
     Editing edited(4);
     Journal journal(Folder());
     journal.Begin(edited.show);
-    journal.Record(edited.show, edited.Edit());
+    journal.Record(edited.show, {edited.Edit()});
     std::size_t largest = 0;
     for (int k = 0; k < 20'000; ++k) {
         Patch patch;
         patch.changes.push_back({0, document::ListAt(edited.show, 0), Packed("003-020 004-020")});
         patch.changes.front().after->push_back(static_cast<char>(k));
         ASSERT_TRUE(ApplyPatch(edited.show, patch));
-        journal.Record(edited.show, patch);
+        journal.Record(edited.show, {patch});
         if (k % 500 == 0) {
             journal.Flush();
             largest = std::max(largest, static_cast<std::size_t>(fs::file_size(journal.File())));
@@ -251,17 +251,17 @@ TEST_F(JournalFile, AFullDiskIsToldOnceAndMadeUpForLater)
     Editing edited(5);
     Journal journal(Folder());
     journal.Begin(edited.show);
-    journal.Record(edited.show, edited.Edit());
+    journal.Record(edited.show, {edited.Edit()});
     journal.Flush();
     const std::size_t whole = fs::file_size(journal.File());
     const Choreography safe = edited.show;
     {
         const testing_support::FullDisk full(whole + 5);
-        journal.Record(edited.show, edited.Edit());
+        journal.Record(edited.show, {edited.Edit()});
         journal.Flush();
         EXPECT_EQ(journal.TakeProblem(), std::errc::file_too_large);
         const testing_support::FullDisk fuller(50);
-        journal.Record(edited.show, edited.Edit());
+        journal.Record(edited.show, {edited.Edit()});
         journal.RecordPending(edited.show, 0, Packed("004-020"));
         journal.Flush();
         EXPECT_FALSE(journal.TakeProblem()) << "told already";
@@ -275,7 +275,7 @@ TEST_F(JournalFile, AFullDiskIsToldOnceAndMadeUpForLater)
     EXPECT_EQ(document::ListAt(read->show, 0), Packed("004-017"));
     {
         const testing_support::FullDisk full(10);
-        journal.Record(edited.show, edited.Edit());
+        journal.Record(edited.show, {edited.Edit()});
         journal.Flush();
         EXPECT_TRUE(journal.TakeProblem()) << "it began to fail anew";
     }
@@ -287,11 +287,11 @@ TEST_F(JournalFile, AFolderThatCannotBeIsAProblemAndNoMore)
     Editing edited(6);
     Journal journal(Folder());
     journal.Begin(edited.show);
-    journal.Record(edited.show, edited.Edit());
+    journal.Record(edited.show, {edited.Edit()});
     journal.Flush();
     EXPECT_TRUE(journal.TakeProblem());
     fs::remove(Folder());
-    journal.Record(edited.show, edited.Edit());
+    journal.Record(edited.show, {edited.Edit()});
     journal.Flush();
     EXPECT_TRUE(SameSlots(ReadJournal(journal.File())->show, edited.show));
 }

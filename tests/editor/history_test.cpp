@@ -86,20 +86,16 @@ class UndoWalk {
     {
         walking_.editor.mnuFile_Click();
         copies_->See(Now());
-        switch (random_.Below(9)) {
-            case 0:
-            case 1:
-                return Travel(copies_->Undo(), walking_.editor.Undo());
-            case 2:
-                return Travel(copies_->Redo(), walking_.editor.Redo());
-            case 3:
-                Shift();
-                break;
-            case 4:
-                return Do({Step::Kind::Save, "", 0, 0});
-            default:
-                return Do(testing_support::RandomWalk(random_, 1).front());
-        }
+        const int dice = random_.Below(30);
+        if (dice < 8)
+            return Travel(copies_->Undo(), walking_.editor.Undo());
+        if (dice < 12)
+            return Travel(copies_->Redo(), walking_.editor.Redo());
+        if (dice == 12)
+            return Do({Step::Kind::Save, "", 0, 0});
+        if (dice > 15)
+            return Do(testing_support::RandomWalk(random_, 1).front());
+        Shift();
         copies_->See(Now());
         return "";
     }
