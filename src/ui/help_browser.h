@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QHelpEngine>
+#include <QTextBrowser>
+
+namespace ui {
+
+/// Shows pages of the manual; follows its links.
+class HelpBrowser final : public QTextBrowser {
+    Q_OBJECT
+
+ public:
+    /// `engine` outlives the browser.
+    HelpBrowser(QHelpEngineCore& engine, QWidget* parent);
+
+    QVariant loadResource(int type, const QUrl& name) override;
+
+    /// In steps from the size of the start; far steps are ignored.
+    void Zoom(int steps);
+    void ResetZoom();
+
+    /// Selects the next place with `text`, from the start again behind the last one. With
+    /// `again` false the present place counts too. False when there is none.
+    bool Find(const QString& text, QTextDocument::FindFlags flags, bool again);
+
+ protected:
+    void wheelEvent(QWheelEvent* event) override;
+
+ private:
+    QHelpEngineCore& engine_;
+    int zoom_ = 0;
+};
+
+}  // namespace ui
