@@ -131,6 +131,7 @@ void HelpViewer::BuildGuide()
     contents->setObjectName(QStringLiteral("contents"));
     contents->setAccessibleName(QStringLiteral("Contents"));
     contents->setStyleSheet(QStringLiteral("QTreeView::item { padding: 3px 0; }"));
+    contents->setFont(font());
     connect(contents, &QHelpContentWidget::linkActivated, this, &HelpViewer::Open);
     connect(contents, &QHelpContentWidget::clicked, contents, &QHelpContentWidget::activated);
     connect(library_->Engine().contentModel(), &QHelpContentModel::contentsCreated, this, [this] {
