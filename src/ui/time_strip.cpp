@@ -24,6 +24,7 @@ constexpr int kSecond = 1'000;    // ms
 constexpr double kTickReach = 3;  // pixels
 constexpr int kMostTipLines = 12;
 constexpr QColor kFocus(255, 208, 96);
+constexpr QColor kDisabled(12, 16, 40, 150);
 
 std::vector<render::Peak> BinsOf(const sound::Peaks& peaks)
 {
@@ -212,6 +213,8 @@ void TimeStrip::paintEvent(QPaintEvent* event)
         render::PaintStripHover(painter, view_, Bands(), height(), hoverX_,
                                 TenthAt(QPointF(hoverX_, height())), font());
     render::PaintStripCursor(painter, view_, Bands(), height(), time_, CursorKind());
+    if (!isEnabled())
+        painter.fillRect(rect(), kDisabled);
     if (!hasFocus())
         return;
     painter.setPen(QPen(kFocus, 2));
@@ -229,6 +232,11 @@ void TimeStrip::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::FontChange)
         Repicture();
+    if (event->type() == QEvent::EnabledChange) {
+        StopScrubbing();
+        Hover(-1);
+        update();
+    }
     QWidget::changeEvent(event);
 }
 

@@ -69,8 +69,9 @@ void TimeStrip::Scrub()
 {
     scrubTimer_.stop();
     const std::int32_t tenth = TenthAt(pointer_);
+    // The window may be behind: that it shows this tenth does not mean that it stays there.
     if (std::exchange(scrubbedTo_, tenth) != tenth)
-        Choose(tenth);
+        emit TimeChosen(tenth);
 }
 
 void TimeStrip::StopScrubbing()

@@ -24,6 +24,7 @@ struct Stage {
     ui::TimeStrip strip{nullptr};
     QList<int> chosen;
     bool playing = false;
+    bool behind = false;  // the window has not yet gone where it was told to
 
     explicit Stage(bool withMusic = true)
     {
@@ -33,7 +34,8 @@ struct Stage {
             "018-002 019-004 020-001 021-001 022-001");
         QObject::connect(&strip, &ui::TimeStrip::TimeChosen, &strip, [this](std::int32_t time) {
             chosen << time;
-            strip.ShowPosition(time, kLength, playing);
+            if (!behind)
+                strip.ShowPosition(time, kLength, playing);
         });
         strip.resize(kWidth, kHeight);
         strip.ShowChoreography(show, 1);
@@ -113,6 +115,7 @@ class TimeStripTest : public QObject {
  private slots:
     static void AClickGoesToTheTenthUnderThePointer();
     static void ADragTellsEveryTenthOnce();
+    static void ADragBackCountsThoughTheWindowIsBehind();
     static void ADragBeyondTheEdgeScrolls();
     static void AFlagLeadsToItsMark();
     static void TheWheelZoomsAroundThePointer();
@@ -160,6 +163,23 @@ void TimeStripTest::ADragTellsEveryTenthOnce()
     stage.Drag(400);
     QTest::qWait(1);
     QCOMPARE(stage.chosen.size(), 3);
+}
+
+void TimeStripTest::ADragBackCountsThoughTheWindowIsBehind()
+{
+    Stage stage;
+    stage.behind = true;
+    stage.Press(100);
+    stage.Drag(400);  // where the window still is
+    stage.Release(400);
+    QCOMPARE(stage.chosen, QList<int>({10'000, 40'000}));
+    stage.chosen.clear();
+    stage.Press(500);
+    stage.strip.setEnabled(false);
+    stage.strip.setEnabled(true);
+    stage.Drag(600);
+    stage.Release(600);
+    QCOMPARE(stage.chosen, QList<int>({50'000}));
 }
 
 void TimeStripTest::ADragBeyondTheEdgeScrolls()
