@@ -204,6 +204,8 @@ bool frmSplash::event(QEvent* event)
 // nothing else. A modal window would leave the clicks on the main window without any answer.
 bool frmSplash::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == parentWidget() && event->type() == QEvent::Close)
+        close();
     if (!isVisible() || !IsInput(event->type()) || !watched->isWidgetType())
         return QDialog::eventFilter(watched, event);
     const QWidget* window = static_cast<QWidget*>(watched)->window();

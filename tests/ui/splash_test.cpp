@@ -40,6 +40,7 @@ class SplashTest : public QObject {
     void anyInputClosesItAndDoesNothingElse_data();
     void anyInputClosesItAndDoesNothingElse();
     void questionIsNotAskedBehindThePicture();
+    void programClosesFromBehindIt();
     void aboutStaysUntilItIsClosed_data();
     void aboutStaysUntilItIsClosed();
     void pictureFitsTheSmallestScreenAndIsSharp();
@@ -136,6 +137,15 @@ void SplashTest::questionIsNotAskedBehindThePicture()
     QVERIFY(Shown(studio) == nullptr);
     QTest::keyClick(&box, Qt::Key_Escape);
     QVERIFY(!box.isVisible());
+}
+
+void SplashTest::programClosesFromBehindIt()
+{
+    Studio studio;
+    studio.Show();
+    ShowAtStartUp(studio);
+    QVERIFY(studio.window.close());
+    QVERIFY(Shown(studio) == nullptr);
 }
 
 void SplashTest::aboutStaysUntilItIsClosed_data()
