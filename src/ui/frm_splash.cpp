@@ -225,7 +225,6 @@ void frmSplash::paintEvent(QPaintEvent*)
     sky.setColorAt(0, kSky.darker(150));
     sky.setColorAt(1, kSky);
     painter.fillRect(rect(), sky);
-    painter.fillRect(QRect(0, kPictureTop + kPictureHeight - 1, width(), height()), kStone);
     painter.save();
     painter.translate(0, kPictureTop);
     PaintFountain(painter, cache_);
@@ -235,6 +234,8 @@ void frmSplash::paintEvent(QPaintEvent*)
     dusk.setColorAt(0, kSky);
     dusk.setColorAt(1, QColor(kSky.red(), kSky.green(), kSky.blue(), 0));
     painter.fillRect(QRect(0, kPictureTop, width(), kDusk), dusk);
+    // The picture ends within its last pixel.
+    painter.fillRect(QRect(0, kPictureTop + kPictureHeight - 1, width(), height()), kStone);
     painter.setPen(kEdge);
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     painter.end();
