@@ -7,9 +7,13 @@
 
 #include <QApplication>
 #include <QMetaObject>
+#include <QStandardPaths>
 #include <QStyleFactory>
 
 #include "ui/app_icon.h"
+#include "ui/frm_splash.h"
+#include "ui/help_file.h"
+#include "ui/help_library.h"
 
 namespace ui {
 namespace {
@@ -19,9 +23,10 @@ constexpr const char* kHelp =
     "Usage: choreographer [OPTION]... [BASE]\n"
     "Opens the choreography BASE.ctl and its music, BASE.mp3 or BASE.wav.\n"
     "\n"
-    "  --silent   play without sound\n"
-    "  --help     show this text and exit\n"
-    "  --version  show the version and exit\n";
+    "  --silent     play without sound\n"
+    "  --no-splash  start without the picture at the beginning\n"
+    "  --help       show this text and exit\n"
+    "  --version    show the version and exit\n";
 
 void Complain(const std::string& problem)
 {
@@ -49,6 +54,13 @@ void ExplainFailedStart(QtMsgType type, const QMessageLogContext&, const QString
     std::_Exit(kUsageExit);
 }
 
+std::filesystem::path CacheFolder()
+{
+    return std::filesystem::path(
+               QStandardPaths::writableLocation(QStandardPaths::CacheLocation).toStdString()) /
+           "peaks";
+}
+
 CommandLine Refuse(std::string problem)
 {
     return {CommandLine::Request::Refused, {}, std::move(problem)};
@@ -59,6 +71,7 @@ CommandLine Refuse(std::string problem)
 CommandLine ParseCommandLine(std::span<const char* const> arguments)
 {
     CommandLine line;
+    line.options.splash = true;
     bool options = true;
     bool based = false;
     for (const std::string_view argument : arguments) {
@@ -66,6 +79,8 @@ CommandLine ParseCommandLine(std::span<const char* const> arguments)
             options = false;
         } else if (options && argument == "--silent") {
             line.options.silent = true;
+        } else if (options && argument == "--no-splash") {
+            line.options.splash = false;
         } else if (options && argument == "--help") {
             line.request = CommandLine::Request::Help;
             return line;
@@ -90,10 +105,14 @@ CommandLine ParseCommandLine(std::span<const char* const> arguments)
 Application::Application(StartOptions options)
     : options_(std::move(options)),
       mmSong_(options_.silent ? sound::Sink::Silent : sound::Sink::Automatic),
+      peaks_(CacheFolder()),
       editor_(mmSong_, prompts_),
       window_(editor_)
 {
     prompts_.SetWindow(&window_);
+    window_.UseHelp(FindHelpFile(QCoreApplication::applicationDirPath()), UserHelpFolder());
+    window_.UseSettings(settings_);
+    window_.UsePeaks(peaks_);
 }
 
 void Application::Start()
@@ -103,9 +122,21 @@ void Application::Start()
     window_.SetMusicPending(!options_.base.empty());
     // Only after the event of the painting is the picture on the screen.
     QObject::connect(
-        &window_, &frmFountain::FirstPainted, &window_, [this] { OpenMusic(); },
+        &window_, &frmFountain::FirstPainted, &window_, [this] { ShowSplash(); },
         Qt::QueuedConnection);
     window_.ShowOnScreen();
+}
+
+void Application::ShowSplash()
+{
+    if (!options_.splash) {
+        OpenMusic();
+        return;
+    }
+    auto* splash = new frmSplash(&window_);
+    QObject::connect(
+        splash, &frmSplash::Shown, &window_, [this] { OpenMusic(); }, Qt::QueuedConnection);
+    splash->ShowAtStartUp();
 }
 
 void Application::OpenMusic()

@@ -8,14 +8,17 @@
 
 #include "editor/editor.h"
 #include "sound/gst_player.h"
+#include "sound/peaks.h"
 #include "ui/frm_fountain.h"
 #include "ui/message_prompts.h"
+#include "ui/settings_store.h"
 
 namespace ui {
 
 struct StartOptions {
     std::filesystem::path base;  ///< show to open; empty for none
     bool silent = false;
+    bool splash = false;  ///< show the picture of the start
 };
 
 struct CommandLine {
@@ -41,11 +44,14 @@ class Application {
     [[nodiscard]] frmFountain& Window() { return window_; }
 
  private:
+    void ShowSplash();
     void OpenMusic();
 
     StartOptions options_;
+    QtSettingsStore settings_;
     MessagePrompts prompts_;
     sound::GstPlayer mmSong_;
+    sound::PeakReader peaks_;
     editor::Editor editor_;
     frmFountain window_;
 };

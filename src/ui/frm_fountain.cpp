@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QProxyStyle>
 #include <QPushButton>
-#include <QScreen>
 
 #include "ui/menus.h"
 
@@ -94,6 +93,7 @@ frmFountain::frmFountain(editor::Editor& editor, QWidget* parent)
     setFont(FormFont());
     setMinimumSize(kSmallestWindow);
     BuildMenus();
+    BuildHelp();
     BuildView();
     BuildTransport();
     BuildPanel();
@@ -104,14 +104,6 @@ frmFountain::frmFountain(editor::Editor& editor, QWidget* parent)
     qApp->installEventFilter(this);
     cmdFocus_->setFocus();
     Refresh();  // the first resize, when the size is known, fits the form
-}
-
-void frmFountain::ShowOnScreen()
-{
-    // Without a window manager nobody would maximise the window.
-    setGeometry(screen()->availableGeometry());
-    showMaximized();
-    activateWindow();
 }
 
 void frmFountain::BuildMenus()
@@ -149,25 +141,6 @@ void frmFountain::BuildMenus()
                 [this, i] { mnuDisplayAction_Click(static_cast<int>(i)); });
 }
 
-void frmFountain::BuildView()
-{
-    fraView_ = new ViewWidget(this);
-    fraView_->setObjectName(QStringLiteral("fraView"));
-    connect(fraView_, &ViewWidget::Painted, this, [this] {
-        if (!std::exchange(painted_, true))
-            emit FirstPainted();
-    });
-    fraLegends_ = new LegendsFrame(this);
-    fraLegends_->setObjectName(QStringLiteral("fraLegends"));
-    fraLegends_->hide();
-    positionBar_ = new PositionBar(this);
-    positionBar_->setObjectName(QStringLiteral("positionBar"));
-    connect(positionBar_, &QAbstractSlider::valueChanged, this, [this](int tenth) {
-        editor_.MoveTo(tenth * timeline::kGrid);
-        Refresh();
-    });
-}
-
 void frmFountain::BuildTransport()
 {
     lblTime_ = AddLabel("lblTime", Qt::AlignLeft | Qt::AlignVCenter);
@@ -182,12 +155,13 @@ void frmFountain::BuildTransport()
     AddLabel("lblEditing", Qt::AlignLeft | Qt::AlignVCenter)->setText(QStringLiteral("Editing"));
     mmEditing_ = {
         AddButton("mmEditing_play", TransportIcon::Listen, &Editor::mmEditing_PlayClick),
-        AddButton("mmEditing_add", TransportIcon::AddMark, nullptr),
-        AddButton("mmEditing_prev", TransportIcon::PreviousMark, nullptr),
-        AddButton("mmEditing_next", TransportIcon::NextMark, nullptr),
+        AddButton("mmEditing_add", TransportIcon::AddMark, &Editor::mmEditing_AddClick),
+        AddButton("mmEditing_prev", TransportIcon::PreviousMark, &Editor::mmEditing_PrevClick),
+        AddButton("mmEditing_next", TransportIcon::NextMark, &Editor::mmEditing_NextClick),
         AddButton("mmEditing_clear", TransportIcon::ClearMarks, &Editor::mmEditing_ClearClick)};
     (new Surface(this))->setObjectName(QStringLiteral("fraTime"));
     BuildTimeSpinners();
+    BuildMarks();
     lblABCodes_ = AddLabel("lblABCodes", Qt::AlignLeft | Qt::AlignVCenter);
     lblABCodes_->hide();
 }
@@ -238,12 +212,8 @@ TransportButton* frmFountain::AddButton(const char* name, TransportIcon icon,
 {
     auto* button = new TransportButton(icon, this);
     button->setObjectName(QString::fromLatin1(name));
-    if (handler == nullptr)
-        button->setEnabled(false);
-    else
-        connect(button, &QAbstractButton::clicked, this, [this, handler] {
-            Transact([editor = &editor_, handler] { (editor->*handler)(); });
-        });
+    connect(button, &QAbstractButton::clicked, this,
+            [this, handler] { Transact([editor = &editor_, handler] { (editor->*handler)(); }); });
     return button;
 }
 
@@ -256,30 +226,26 @@ void frmFountain::FitForm()
 {
     const fountain::ScaleFactors scale = fountain::FitToScreen(width(), height());
     PlaceMenus(scale);  // before the bar gets its size: items that are too high for it are hidden
-    for (const FormControl& control : Form()) {
-        auto* widget = findChild<QWidget*>(QString::fromLatin1(control.name));
-        widget->setGeometry(PlaceOf(control, scale));
-        if (control.font > 0 && widget != fraLegends_ && widget != mnuBar_) {
-            QFont family = widget == lblABCodes_ ? CodesFont() : FormFont();
-            family.setBold(widget == lblTime_);
-            widget->setFont(FontOf(control, scale, family));
-        }
-    }
+    for (const FormControl& control : Form())
+        PlaceControl(control, scale);
     PlaceView(scale);
     fraControls_->Fit(scale);
+    if (fraShift_ != nullptr)
+        fraShift_->Fit(scale);
     Refresh();
 }
 
-void frmFountain::PlaceView(fountain::ScaleFactors scale)
+void frmFountain::PlaceControl(const FormControl& control, fountain::ScaleFactors scale)
 {
-    const bool legends = editor_.DisplayOptions().Legends;
-    QRect view = PlaceOf(FormEntry("fraView"), scale);
-    if (legends)
-        view.setRight(fraLegends_->geometry().left() - 1);
-    fraLegends_->setVisible(legends);
-    fraLegends_->Fit(scale);
-    fraView_->setGeometry(view);
-    fraView_->Fit();
+    auto* widget = findChild<QWidget*>(QString::fromLatin1(control.name));
+    if (widget->parentWidget() != this || widget == viewArea_)
+        return;
+    widget->setGeometry(PlaceOf(control, scale));
+    if (control.font == 0 || widget == mnuBar_)
+        return;
+    QFont family = widget == lblABCodes_ ? CodesFont() : FormFont();
+    family.setBold(widget == lblTime_);
+    widget->setFont(FontOf(control, scale, family));
 }
 
 void frmFountain::PlaceMenus(fountain::ScaleFactors scale)
@@ -313,11 +279,13 @@ void frmFountain::closeEvent(QCloseEvent* event)
         Refresh();
         return;
     }
-    editor_.mmEditing_ClearClick();
+    SaveSettings();
+    StopControlFile();
     editor_.mmSong_StopClick();
     editor_.mmSong().Close();
     Refresh();
     driver_.Halt();
+    peaksPoll_.stop();
     event->accept();
 }
 

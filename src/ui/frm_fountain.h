@@ -2,21 +2,27 @@
 
 #include <QLabel>
 #include <QMenuBar>
+#include <QTimer>
 #include <QWidget>
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <vector>
 
 #include "editor/editor.h"
+#include "editor/settings.h"
+#include "sound/peaks.h"
 #include "ui/control_panel.h"
 #include "ui/design_form.h"
-#include "ui/legends_frame.h"
-#include "ui/position_bar.h"
+#include "ui/help_desk.h"
+#include "ui/mark_list.h"
+#include "ui/shift_frame.h"
 #include "ui/time_spinner.h"
+#include "ui/time_strip.h"
 #include "ui/timer_driver.h"
 #include "ui/transport_button.h"
-#include "ui/view_widget.h"
+#include "ui/view_area.h"
 
 namespace ui {
 
@@ -33,8 +39,16 @@ class frmFountain final : public QWidget {
     /// `editor` outlives the window.
     explicit frmFountain(editor::Editor& editor, QWidget* parent = nullptr);
 
-    /// Opens the window over the whole screen.
+    /// What the window remembers is in `settings`, which outlives it. To be called before it opens.
+    void UseSettings(editor::SettingsStore& settings);
+    /// The outline of the music comes from `peaks`, which outlives the window.
+    void UsePeaks(sound::PeakReader& peaks) { peaks_ = &peaks; }
+
+    /// Opens the window where and as it was closed, for the first time over the whole screen.
     void ShowOnScreen();
+
+    /// The manual, empty when there is none, and where its collection is kept.
+    void UseHelp(const QString& helpFile, const QString& userFolder);
 
     /// The music of the show is still to be opened; the status line says so.
     void SetMusicPending(bool pending);
@@ -45,6 +59,8 @@ class frmFountain final : public QWidget {
  signals:
     /// The window has been on the screen for the first time.
     void FirstPainted();
+    /// The window shows what there is now.
+    void Refreshed();
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -55,7 +71,9 @@ class frmFountain final : public QWidget {
 
  private:
     void BuildMenus();
+    void BuildHelp();
     void BuildView();
+    void BuildMarks();
     void BuildTransport();
     void BuildStatus();
     void BuildPanel();
@@ -63,7 +81,10 @@ class frmFountain final : public QWidget {
     void DescribeControls();
 
     void FitForm();
+    void PlaceControl(const FormControl& control, fountain::ScaleFactors scale);
     void PlaceView(fountain::ScaleFactors scale);
+    void FillScript();
+    void SaveSettings();
     void PlaceMenus(fountain::ScaleFactors scale);
 
     QLabel* AddLabel(const char* name, Qt::Alignment alignment);
@@ -71,8 +92,19 @@ class frmFountain final : public QWidget {
                                void (editor::Editor::*handler)());
     void mnuFileAction_Click(int item);
     void mnuDisplayAction_Click(int item);
+    void mnuHelpAction_Click(int item);
 
+    [[nodiscard]] bool IsOurs(const QWidget* widget) const;
+    bool ActOnKey(const QKeyEvent& key, const QWidget* watched);
     bool MoveByKey(int key);
+    bool MarkByKey(const QKeyEvent& key, const QWidget* watched);
+    void lblTime_MouseDown(Qt::MouseButton button);
+    void GoToChosen(std::int32_t time);
+    void StopControlFile();
+    void OpenShiftPanel();
+    void FindInScript();
+    void ShowTimeStrip(bool shown);
+    void ShowScript(bool shown);
     bool LagsBehind(const QKeyEvent& key);
     void StepTime(int field, int direction);
     void TypeTime(int field, int value);
@@ -82,7 +114,13 @@ class frmFountain final : public QWidget {
     void Enable(QWidget* widget, bool enabled);
 
     void RefreshTransport();
+    void RefreshMarks();
+    void RefreshShift();
+    void RefreshStrip();
+    void RefreshScript();
+    void FollowMusic();
     void RefreshMenus();
+    [[nodiscard]] bool MayUse(timeline::Menu menu, int item) const;
     void RefreshView();
     void RefreshTexts();
     void RefreshPanel();
@@ -100,9 +138,12 @@ class frmFountain final : public QWidget {
     MenuBarStyle* menuBarStyle_ = nullptr;
     std::array<QMenu*, 3> menus_{};
     std::array<std::vector<QAction*>, 3> actions_;
+    ViewArea* viewArea_ = nullptr;
+    HelpDesk* help_ = nullptr;
     ViewWidget* fraView_ = nullptr;
-    LegendsFrame* fraLegends_ = nullptr;
-    PositionBar* positionBar_ = nullptr;
+    TimeStrip* timeStrip_ = nullptr;
+    MarkList* lstMarks_ = nullptr;
+    ShiftFrame* fraShift_ = nullptr;  // built when it is opened for the first time
     QLabel* lblTime_ = nullptr;
     QLabel* lblABCodes_ = nullptr;
     QLabel* lblControlFile_ = nullptr;
@@ -116,7 +157,15 @@ class frmFountain final : public QWidget {
     std::array<TransportButton*, 4> mmSong_{};
     std::array<TransportButton*, 5> mmEditing_{};
 
+    editor::SettingsStore* settings_ = nullptr;
+    sound::PeakReader* peaks_ = nullptr;
+    std::filesystem::path peaksOf_;
+    QTimer peaksPoll_;
+    bool stripShown_ = true;
+
     std::optional<timeline::Transport> shownTransport_;
+    std::optional<std::int32_t> chosenTime_;  // what was chosen last on the strip while it lagged
+    bool movedLately_ = false;
     bool musicPending_ = false;
     bool painted_ = false;
     bool behind_ = false;  // a held key has not been answered on the screen yet

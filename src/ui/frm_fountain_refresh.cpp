@@ -27,20 +27,23 @@ QString Counted(std::int32_t count, const char* one, const char* many)
 void frmFountain::Refresh()
 {
     RefreshTransport();
+    RefreshMarks();
+    RefreshShift();
+    viewArea_->ShowLegends(editor_.DisplayOptions().Legends);
     RefreshView();
+    RefreshStrip();
+    RefreshScript();
     RefreshTexts();
     RefreshPanel();
     RefreshMenus();
     RefreshTitle();
     driver_.Observe();
+    emit Refreshed();
 }
 
 void frmFountain::RefreshTransport()
 {
     const timeline::Transport& transport = editor_.Transport();
-    const std::int32_t length = editor_.ShowLength();
-    positionBar_->ShowPosition(editor_.Timeline().CurrentTime(), length);
-    Enable(positionBar_, transport.updnTimeEnabled && length > 0);
     if (shownTransport_ == transport)
         return;
     shownTransport_ = transport;
@@ -51,7 +54,11 @@ void frmFountain::RefreshTransport()
     Enable(mmSong_[3], song.stop);
     const bool stops = editor_.Playback().tmrControlFile.Enabled();
     Enable(mmEditing_[0], transport.mmEditing.play);
-    Enable(mmEditing_[4], transport.mmEditing.clear && stops);
+    const bool plays = editor_.mmSong().Mode() == timeline::PlayerMode::Playing;
+    Enable(mmEditing_[1], transport.mmEditing.add && plays);
+    Enable(mmEditing_[2], transport.mmEditing.prev);
+    Enable(mmEditing_[3], transport.mmEditing.next);
+    Enable(mmEditing_[4], transport.mmEditing.clear);
     mmEditing_[4]->SetTransportIcon(stops ? TransportIcon::Stop : TransportIcon::ClearMarks);
     Enable(fraControls_, transport.fraControlsEnabled);
     for (TimeSpinner* spinner : updnTime_)
@@ -72,8 +79,7 @@ void frmFountain::RefreshMenus()
         for (std::size_t item = 0; item < actions_[menu].size(); ++item)
             actions_[menu][item]->setEnabled(
                 Menus()[menu].items[item].works &&
-                editor_.Transport().ItemEnabled(static_cast<timeline::Menu>(menu),
-                                                static_cast<int>(item)));
+                MayUse(static_cast<timeline::Menu>(menu), static_cast<int>(item)));
     // What is pending makes the show worth saving, though it is written only on the way.
     if (pendingShown_)
         actions_[timeline::kFileMenu][editor::kSaveItem]->setEnabled(true);
@@ -83,7 +89,16 @@ void frmFountain::RefreshMenus()
     display[editor::kCandelabrasItem]->setChecked(options.Candelabras);
     display[editor::kBackCurtainItem]->setChecked(options.BackCurtain);
     display[editor::kABCodesItem]->setChecked(options.ABCodes);
+    display[kTimeStripItem]->setChecked(stripShown_);
+    display[kScriptItem]->setChecked(viewArea_->ScriptShown());
     lblABCodes_->setVisible(options.ABCodes);
+}
+
+bool frmFountain::MayUse(timeline::Menu menu, int item) const
+{
+    if (menu == timeline::kDisplayMenu && item >= kFirstWindowItem)
+        return !editor_.ShiftPanel().visible;
+    return editor_.Transport().ItemEnabled(menu, item);
 }
 
 void frmFountain::RefreshView()

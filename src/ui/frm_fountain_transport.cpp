@@ -1,40 +1,14 @@
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 
 #include "ui/frm_fountain.h"
+#include "ui/input_events.h"
 #include "ui/menus.h"
 #include "ui/print_preview.h"
 
 namespace ui {
-namespace {
-
-bool IsInput(QEvent::Type type)
-{
-    switch (type) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::MouseMove:
-        case QEvent::KeyPress:
-        case QEvent::KeyRelease:
-        case QEvent::Shortcut:
-        case QEvent::ShortcutOverride:
-        case QEvent::Wheel:
-        case QEvent::ContextMenu:
-        case QEvent::TouchBegin:
-        case QEvent::TouchUpdate:
-        case QEvent::TouchEnd:
-        case QEvent::TabletPress:
-        case QEvent::TabletMove:
-        case QEvent::TabletRelease:
-            return true;
-        default:
-            return false;
-    }
-}
-
-}  // namespace
 
 // After an action of the transport the keys belong to the window again.
 void frmFountain::Transact(const std::function<void()>& operation)
@@ -62,20 +36,52 @@ bool frmFountain::eventFilter(QObject* watched, QEvent* event)
         return true;
     if (event->type() == QEvent::MouseButtonPress)
         GoToTypedTime();
-    if (watched == lblTime_ && event->type() == QEvent::MouseButtonPress &&
-        static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
-        editor_.lblTime_RightClick();
-        Refresh();
+    if (watched == lblTime_ && event->type() == QEvent::MouseButtonPress) {
+        lblTime_MouseDown(static_cast<QMouseEvent*>(event)->button());
         return true;
     }
-    if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget() != nullptr ||
-        static_cast<QWidget*>(watched)->window() != this)
-        return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (LagsBehind(*key))
+    const auto* widget = static_cast<QWidget*>(watched);
+    return event->type() == QEvent::KeyPress && QApplication::activePopupWidget() == nullptr &&
+           IsOurs(widget) && ActOnKey(*static_cast<QKeyEvent*>(event), widget);
+}
+
+// A control on the window, or on the script where that floats; not on a dialog.
+bool frmFountain::IsOurs(const QWidget* widget) const
+{
+    const QWidget* window = widget->window();
+    return window == this || window == viewArea_->FloatingScript();
+}
+
+void frmFountain::lblTime_MouseDown(Qt::MouseButton button)
+{
+    if (editor_.ShiftPanel().visible)
+        return;
+    if (button == Qt::LeftButton) {
+        OpenShiftPanel();
+        return;
+    }
+    editor_.lblTime_RightClick();
+    Refresh();
+}
+
+// True for a key that belongs to the window whatever control has the focus.
+bool frmFountain::ActOnKey(const QKeyEvent& key, const QWidget* watched)
+{
+    if (LagsBehind(key))
         return true;
-    const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    return plain && MoveByKey(key->key());
+    if (MarkByKey(key, watched))
+        return true;
+    if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return false;
+    if (key.key() == Qt::Key_F9) {
+        OpenShiftPanel();
+        return true;
+    }
+    // In a text one goes to its ends by these keys; a spin box has a text too, but a short one.
+    const bool text = qobject_cast<const QLineEdit*>(watched) != nullptr &&
+                      qobject_cast<const QAbstractSpinBox*>(watched->parentWidget()) == nullptr;
+    const bool ends = key.key() == Qt::Key_Home || key.key() == Qt::Key_End;
+    return !(text && ends) && MoveByKey(key.key());
 }
 
 // A held key that repeats faster than the window can follow is answered once in a while, never
@@ -127,7 +133,7 @@ void frmFountain::keyPressEvent(QKeyEvent* event)
         case Qt::Key_MediaStop:
             Transact([this] {
                 editor_.mmSong_StopClick();
-                editor_.mmEditing_ClearClick();
+                StopControlFile();
             });
             break;
         case Qt::Key_MediaPrevious:
@@ -150,11 +156,18 @@ void frmFountain::TogglePlaying()
             break;
         case timeline::PlayerMode::NotReady:
             if (editor_.Playback().tmrControlFile.Enabled())
-                editor_.mmEditing_ClearClick();
+                StopControlFile();
             else
                 editor_.mmEditing_PlayClick();
             break;
     }
+}
+
+// The button that stops the choreography is, with music, the one that clears the marks.
+void frmFountain::StopControlFile()
+{
+    if (editor_.Playback().tmrControlFile.Enabled())
+        editor_.mmEditing_ClearClick();
 }
 
 void frmFountain::mnuFileAction_Click(int item)
@@ -172,11 +185,13 @@ void frmFountain::mnuFileAction_Click(int item)
 
 void frmFountain::mnuDisplayAction_Click(int item)
 {
-    editor_.ToggleDisplayOption(item);
-    if (item == editor::kLegendsItem)
-        FitForm();
+    if (item == kTimeStripItem)
+        ShowTimeStrip(!stripShown_);
+    else if (item == kScriptItem)
+        ShowScript(!viewArea_->ScriptShown());
     else
-        Refresh();
+        editor_.ToggleDisplayOption(item);
+    Refresh();
 }
 
 }  // namespace ui

@@ -25,12 +25,15 @@ constexpr std::array kDisplay = std::to_array<MenuItem>({
     {"&Back curtain", true, true},
     kSeparator,
     {"&AB Codes", true, true},
+    kSeparator,
+    {"Time &Strip", true, true},
+    {"Sc&ript", true, true},
 });
 constexpr std::array kHelp = std::to_array<MenuItem>({
-    {"&Contents"},
-    {"&Search for..."},
+    {.caption = "&Contents", .works = true, .shortcut = "F1"},
+    {.caption = "&Search for...", .works = true},
     kSeparator,
-    {"&About..."},
+    {.caption = "&About...", .works = true},
 });
 
 constexpr std::array kMenus = std::to_array<MenuEntry>({

@@ -19,6 +19,10 @@ struct MenuEntry {
     std::span<const MenuItem> items;
 };
 
+/// The items of the window itself at the end of the Display menu, by index; the engine's masks do
+/// not know them.
+enum WindowItem : int { kFirstWindowItem = 6, kTimeStripItem = 7, kScriptItem = 8 };
+
 /// File, Display and Help, in the order of `timeline::Menu`.
 [[nodiscard]] std::span<const MenuEntry> Menus();
 

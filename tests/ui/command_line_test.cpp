@@ -21,10 +21,12 @@ void CommandLineTest::argumentsAreRead()
         Request request;
         const char* base;
         bool silent;
+        bool splash = true;
     } rows[] = {
         {{}, Request::Start, "", false},
         {{"shows/gala"}, Request::Start, "shows/gala", false},
         {{"gala", "--silent"}, Request::Start, "gala", true},
+        {{"--no-splash", "gala"}, Request::Start, "gala", false, false},
         {{"--", "--silent"}, Request::Start, "--silent", false},
         {{"--help", "--nonsense"}, Request::Help, "", false},
         {{"--version"}, Request::Version, "", false},
@@ -41,6 +43,7 @@ void CommandLineTest::argumentsAreRead()
             continue;
         QCOMPARE(line.options.base, std::filesystem::path(row.base));
         QCOMPARE(line.options.silent, row.silent);
+        QCOMPARE(line.options.splash, row.splash);
     }
 }
 

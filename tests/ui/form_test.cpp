@@ -11,10 +11,10 @@ using ui_test::Studio;
 
 namespace {
 
-const QStringList kTabOrder{"positionBar",    "mmSong_prev",     "mmSong_play",   "mmSong_pause",
+const QStringList kTabOrder{"timeStrip",      "mmSong_prev",     "mmSong_play",   "mmSong_pause",
                             "mmSong_stop",    "mmEditing_play",  "mmEditing_add", "mmEditing_prev",
                             "mmEditing_next", "mmEditing_clear", "updnTime_0",    "updnTime_1",
-                            "updnTime_2"};
+                            "updnTime_2",     "lstMarks"};
 
 QStringList NamesOfForm()
 {
@@ -23,6 +23,7 @@ QStringList NamesOfForm()
           << "fraLegends"
           << "fraControls"
           << "lblTime"
+          << "lblMarks"
           << "lblABCodes"
           << "lblControlFile"
           << "lblStored"
@@ -43,7 +44,7 @@ QString AccessibleName(QWidget* widget)
 /// Controls that lie side by side: those on a frame lie on their frame instead.
 bool HoldsOthers(const QWidget* widget)
 {
-    static const QStringList kFrames{"fraSong", "fraEditing", "fraTime"};
+    static const QStringList kFrames{"fraSong", "fraEditing", "fraTime", "viewArea"};
     return kFrames.contains(widget->objectName());
 }
 
@@ -120,8 +121,9 @@ void FormTest::menusHaveTheirCaptions_data()
                           << QStringList{"&New",      "&Open...", "-",      "&Save", "Save &As...",
                                          "&Undo All", "-",        "&Print", "-",     "E&xit"};
     QTest::newRow("display") << "mnuDisplay"
-                             << "&Display" << QStringList{"&Legends",      "-", "&Candelabras",
-                                                          "&Back curtain", "-", "&AB Codes"};
+                             << "&Display"
+                             << QStringList{"&Legends",  "-", "&Candelabras", "&Back curtain", "-",
+                                            "&AB Codes", "-", "Time &Strip",  "Sc&ript"};
     QTest::newRow("help") << "mnuHelp"
                           << "&Help"
                           << QStringList{"&Contents", "&Search for...", "-", "&About..."};
@@ -201,11 +203,14 @@ void FormTest::everythingFits()
         if (widget->isVisible() && !HoldsOthers(widget))
             shown << widget;
     }
+    const auto place = [&studio](const QWidget* widget) {
+        return QRect(widget->mapTo(&studio.window, QPoint()), widget->size());
+    };
     for (const QWidget* one : shown) {
-        QVERIFY2(studio.window.rect().contains(one->geometry()), qPrintable(one->objectName()));
+        QVERIFY2(studio.window.rect().contains(place(one)), qPrintable(one->objectName()));
         QVERIFY2(!one->size().isEmpty(), qPrintable(one->objectName()));
         for (const QWidget* other : shown)
-            QVERIFY2(one == other || !one->geometry().intersects(other->geometry()),
+            QVERIFY2(one == other || !place(one).intersects(place(other)),
                      qPrintable(one->objectName() + " lies on " + other->objectName()));
     }
     for (const QLabel* label : studio.window.findChildren<QLabel*>())
@@ -227,6 +232,7 @@ void FormTest::fontsFollowTheLargerScaleUnlessItClips()
 {
     Studio studio;
     studio.Show();
+    studio.Choose("mnuDisplayAction_0");
     const struct {
         QSize size;
         const char* control;
