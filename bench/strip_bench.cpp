@@ -63,7 +63,7 @@ struct Stage {
 void ZoomTo(ui::TimeStrip& strip, double span)
 {
     while (strip.View().Span() > span) {
-        QWheelEvent event({kWidth / 2, 0}, {kWidth / 2, 0}, {}, {0, 120}, Qt::NoButton,
+        QWheelEvent event({kWidth / 2.0, 0}, {kWidth / 2.0, 0}, {}, {0, 120}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(&strip, &event);
     }
@@ -87,7 +87,7 @@ void StepWhilePlaying(benchmark::State& state)
 {
     Stage stage;
     ZoomTo(stage.strip, static_cast<double>(state.range(0)) * 1000);
-    std::int32_t time = static_cast<std::int32_t>(stage.strip.View().First());
+    auto time = static_cast<std::int32_t>(stage.strip.View().First());
     const std::int32_t first = time;
     const double last = first + stage.strip.View().Span() - 1000;
     const auto step = static_cast<std::int32_t>(stage.strip.View().Span() / kWidth) + 1;

@@ -90,10 +90,10 @@ class Raster {
     double ratio_;
 };
 
-QRgb Mixed(QRgb ground, QRgb over, double share)
+QRgb Mixed(QRgb ground, QRgb over, double weight)
 {
-    const auto mix = [share](int from, int to) {
-        return static_cast<int>(from + share * (to - from) + 0.5);
+    const auto mix = [weight](int from, int to) {
+        return from + static_cast<int>(std::lround(weight * (to - from)));
     };
     return qRgb(mix(qRed(ground), qRed(over)), mix(qGreen(ground), qGreen(over)),
                 mix(qBlue(ground), qBlue(over)));
@@ -123,10 +123,10 @@ void FillColumn(const Raster& raster, int x, double top, double bottom,
     const int from = static_cast<int>(std::floor(top));
     const int to = static_cast<int>(std::ceil(bottom));
     for (int y = std::max(from, 0); y < std::min(to, static_cast<int>(colors.size())); ++y) {
-        const double covered = std::min(bottom, y + 1.0) - std::max(top, double{1} * y);
-        const QRgb color = colors[static_cast<std::size_t>(y)];
+        const double weight = std::min(bottom, y + 1.0) - std::max(top, double{1} * y);
+        const QRgb over = colors[static_cast<std::size_t>(y)];
         QRgb& pixel = raster.Line(firstRow + y)[x];
-        pixel = covered < 1 ? Mixed(pixel, color, covered) : color;
+        pixel = weight < 1 ? Mixed(pixel, over, weight) : over;
     }
 }
 

@@ -315,7 +315,7 @@ QString TimeStrip::TextAt(QPointF place) const
 {
     if (const std::optional<std::int32_t> mark = MarkAt(place))
         return Readout(*mark) + QStringLiteral(": mark");
-    const QString tick = TickText(place.x());
+    QString tick = TickText(place.x());
     if (!tick.isEmpty())
         return tick;
     const render::StripBands bands = Bands();

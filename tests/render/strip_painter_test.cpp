@@ -150,7 +150,7 @@ TEST(StripPainter, DrawsATickWhereItIsPointedAt)
                 strip.view.ZoomAround(403, zoom);
                 const QImage image = strip.Paint(ratio);
                 const StripBand band = render::BandsOf(kHeight, true).*c.band;
-                const int y = static_cast<int>((band.top + band.height / 2) * ratio);
+                const int y = static_cast<int>((band.top + band.height / 2.0) * ratio);
                 int painted = 0;
                 for (int x = 0; x < image.width(); ++x) {
                     if (image.pixel(x, y) != c.color.rgb())

@@ -143,7 +143,8 @@ TEST(StripView, GrowsWithThePieceOnlyWhileItShowsAll)
 
 TEST(StripKinds, TellWhatATimeDrives)
 {
-    using namespace timeline;
+    using enum timeline::StripKind;
+    using timeline::StripKindsOf;
     const struct {
         const char* name;
         std::string commands;

@@ -120,7 +120,6 @@ class TimeStripTest : public QObject {
     static void AFlagLeadsToItsMark();
     static void TheWheelZoomsAroundThePointer();
     static void TheWheelPans();
-    static void KeysMove_data();
     static void KeysMove();
     static void KeysZoomAndScroll();
     static void NothingMovesWhileItPlays();
@@ -242,12 +241,8 @@ void TimeStripTest::TheWheelPans()
     QCOMPARE(view.First(), 0.0);
 }
 
-void TimeStripTest::KeysMove_data()
+void TimeStripTest::KeysMove()
 {
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::addColumn<int>("from");
-    QTest::addColumn<QList<int>>("chosen");
     const struct {
         const char* name;
         Qt::Key key;
@@ -264,20 +259,12 @@ void TimeStripTest::KeysMove_data()
         {"a second back to the start", Qt::Key_Left, Qt::ControlModifier, 300, {0}},
         {"not behind the music", Qt::Key_Right, Qt::ControlModifier, 99'900, {}},
     };
-    for (const auto& c : cases)
-        QTest::newRow(c.name) << c.key << c.modifiers << c.from << c.chosen;
-}
-
-void TimeStripTest::KeysMove()
-{
-    QFETCH(const Qt::Key, key);
-    QFETCH(const Qt::KeyboardModifiers, modifiers);
-    QFETCH(const int, from);
-    QFETCH(const QList<int>, chosen);
-    Stage stage;
-    stage.strip.ShowPosition(from, kLength, false);
-    QTest::keyClick(&stage.strip, key, modifiers);
-    QCOMPARE(stage.chosen, chosen);
+    for (const auto& c : cases) {
+        Stage stage;
+        stage.strip.ShowPosition(c.from, kLength, false);
+        QTest::keyClick(&stage.strip, c.key, c.modifiers);
+        QVERIFY2(stage.chosen == c.chosen, c.name);
+    }
 }
 
 void TimeStripTest::KeysZoomAndScroll()
