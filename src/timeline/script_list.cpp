@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "document/ascii.h"
 #include "fountain/describe.h"
 #include "timeline/check_command.h"
 
@@ -63,11 +62,12 @@ std::int32_t KeepingFaults(const ListChange& places)
     return places.removed <= kFewTimes ? std::min(places.removed, places.inserted) : 0;
 }
 
-std::string Sentence(std::string text)
+std::string Sentence(std::string_view text)
 {
-    if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
-        text.front() = static_cast<char>(text.front() - 'a' + 'A');
-    return text;
+    std::string sentence(text);
+    if (!sentence.empty() && sentence.front() >= 'a' && sentence.front() <= 'z')
+        sentence.front() = static_cast<char>(sentence.front() - 'a' + 'A');
+    return sentence;
 }
 
 }  // namespace

@@ -17,9 +17,9 @@
 namespace ui {
 namespace {
 
-// Up to here a show is looked through within a millisecond, at once after each edit.
-constexpr std::int32_t kQuicklyChecked = 8'000;  // commands
-constexpr int kCheckDelay = 150;                 // ms
+// Up to here a show is looked through within a millisecond: at once after each edit.
+constexpr std::int32_t kQuicklyChecked = 100'000;  // commands
+constexpr int kCheckDelay = 150;                   // ms
 constexpr int kMostLetters = 200;
 constexpr int kLetters = 12;  // design pixels
 constexpr QColor kHint(104, 106, 116);

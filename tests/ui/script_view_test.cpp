@@ -240,15 +240,15 @@ class ScriptViewTest final : public QObject {
     // A show too large to be looked through at every edit.
     void FindsProblemsOfALargeShowSoon()
     {
-        document::Choreography show = Long(6000);
+        document::Choreography show = Long(51'000);
         Desk desk(show);
         QTRY_VERIFY(desk.Find<QToolButton>("cmdScriptProblems").isVisible());  // no reset at all
         const QString before = desk.Find<QToolButton>("cmdScriptProblems").text();
-        document::StoreCommands(show, 5999, {'\x09', '\x65', '\x09', '\x25'});
+        document::StoreCommands(show, 50'999, {'\x09', '\x65', '\x09', '\x25'});
         desk.Show(show);
         QCOMPARE(desk.Find<QToolButton>("cmdScriptProblems").text(), before);
         QTRY_VERIFY(desk.Find<QToolButton>("cmdScriptProblems").text() != before);
-        QVERIFY(desk.Index(5999).data(Qt::AccessibleTextRole).toString().contains("Peacock and"));
+        QVERIFY(desk.Index(50'999).data(Qt::AccessibleTextRole).toString().contains("Peacock and"));
     }
 
     void RowsStayInPlaceWhenOthersChange()
@@ -263,8 +263,8 @@ class ScriptViewTest final : public QObject {
         document::EraseSlot(show, 3);
         desk.Show(show);
         QCOMPARE(place(), before);
-        document::InsertSlot(show, 7, 850, {'\x03', '\x14'});
-        document::StoreCommands(show, 8, {'\x03', '\x14'});
+        document::InsertSlot(show, 8, 850, {'\x03', '\x14'});
+        document::StoreCommands(show, 9, {'\x03', '\x14'});
         desk.Show(show);
         QCOMPARE(place(), before);
         QCOMPARE(desk.Mark(), "500");
