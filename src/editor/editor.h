@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "document/choreography.h"
@@ -16,6 +17,7 @@
 #include "editor/prompts.h"
 #include "editor/recent.h"
 #include "editor/settings.h"
+#include "editor/show_guard.h"
 #include "fountain/fountain.h"
 #include "fountain/scene.h"
 #include "panel/panel_state.h"
@@ -157,11 +159,16 @@ class Editor : private timeline::PanelCommitter {
     /// Opens one of them after the question that opening asks. One that is gone is told and taken
     /// from the list.
     void OpenRecent(int index);
+    /// Opens a control file, which may be missing, and its music, after the questions that opening
+    /// asks. False when one of them was answered against it, or the File menu is closed.
+    bool OpenFile(const std::filesystem::path& controlFile);
     /// True for a name that `OpenDropped` may open: of a control or music file.
     [[nodiscard]] static bool IsShowFile(const std::filesystem::path& name);
     /// Opens the show of a file dropped on the window, after the question that opening asks; a
     /// music file is the music then. False when it is no file of a show or the File menu is closed.
     bool OpenDropped(const std::filesystem::path& name);
+    /// The status line shall say `notice`, until the next file is read or saved.
+    void Tell(std::string notice) { fileNotice_ = std::move(notice); }
     /// What else the status line shall say of the control file, in English; mostly empty.
     [[nodiscard]] const std::string& FileNotice() const { return fileNotice_; }
 
@@ -180,6 +187,16 @@ class Editor : private timeline::PanelCommitter {
     /// backup, or what was recovered. False while something plays or shifts, and when they are the
     /// same.
     bool Replace(const document::Choreography& show, std::string_view title);
+    /// False while something plays or shifts, or a panel covers the window: then nothing can be put
+    /// in place of what is stored.
+    [[nodiscard]] bool MayReplace() const { return MayTravel(); }
+    /// Reads the control file again, which others have changed, as one edit. What is pending is
+    /// written first. False when `MayReplace` is, or there is no such file.
+    bool Reload();
+    /// The control file is no more what was read or saved: what is stored counts as changed.
+    void KeepMine();
+    /// Asks `guard`, which may be null, before files are opened and written.
+    void SetGuard(ShowGuard* guard) { guard_ = guard; }
     /// From now on what is not saved is kept in `journal`, which outlives the editor.
     void SetJournal(document::Journal& journal);
 
@@ -256,6 +273,7 @@ class Editor : private timeline::PanelCommitter {
     void Read(Reach reach, const std::filesystem::path& name, std::string_view title = {});
     [[nodiscard]] bool FileItemWorks(int item);
     [[nodiscard]] bool KeepsChanges();
+    [[nodiscard]] bool MayOpen(const std::filesystem::path& file);
     void New();
     void UndoAll();
     void OpenOrSave(const std::string& name);
@@ -271,6 +289,7 @@ class Editor : private timeline::PanelCommitter {
     History history_;
     bool storing_ = false;
     document::Journal* journal_ = nullptr;
+    ShowGuard* guard_ = nullptr;
     document::ReadReport lastRead_;
     document::SaveReport lastSave_;
     fountain::Fountain fountain_;

@@ -63,6 +63,8 @@ void Editor::Save()
 document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
 {
     CommitPanel();
+    if (guard_ != nullptr && !name.empty() && !guard_->MaySave(name))
+        return {};
     document::SaveReport report;
     const bool pruned = Store(Reach::Tidying, [&] {
         report = document::WriteControlFile(choreography_, name);
@@ -70,6 +72,8 @@ document::SaveReport Editor::SaveTo(const std::filesystem::path& name)
     });
     if (report.outcome == document::SaveOutcome::Saved)
         NoteSaved();
+    if (report.outcome == document::SaveOutcome::Saved && guard_ != nullptr)
+        guard_->Saved(name);
     if (pruned)
         timeline_.RebuildState(timeline::Direction::Back);
     if (report.outcome == document::SaveOutcome::WriteFailed)

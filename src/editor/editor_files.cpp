@@ -178,7 +178,7 @@ void Editor::OpenOrSave(const std::string& name)
         SaveAs(Append(path, kControlExtension));
         return;
     }
-    const bool open = !KeepsChanges();
+    const bool open = MayOpen(Append(path, kControlExtension)) && !KeepsChanges();
     if (open) {
         OpenMusicFile(Append(path, musicExtension_));
         ReadControlFile(Append(path, kControlExtension));

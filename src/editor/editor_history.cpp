@@ -52,7 +52,7 @@ void Editor::Remember(Reach reach, const ChangeWatch& watch, std::string_view ti
             history_.Add(StepOf(std::move(patch), title));
     }
     if (!choreography_.blnChanged)
-        history_.MarkClean();
+        NoteSaved();
 }
 
 void Editor::SetJournal(document::Journal& journal)
@@ -99,9 +99,11 @@ bool Editor::Travel(const std::vector<document::Patch>& patches, std::int32_t ti
     if (!document::ApplyPatches(choreography_, patches))
         return false;
     (history_.*step)();
-    if (journal_ != nullptr)
-        journal_->Record(choreography_, patches);
     choreography_.blnChanged = !history_.Clean();
+    if (journal_ != nullptr && choreography_.blnChanged)
+        journal_->Record(choreography_, patches);
+    else if (journal_ != nullptr)
+        journal_->Drop();
     ++version_;
     before_.reset();
     timeline_.GoToTime(time);
@@ -126,6 +128,31 @@ bool Editor::Replace(const document::Choreography& show, std::string_view title)
     timeline_.RebuildState(timeline::Direction::Back);
     playback_.RefreshMenus();
     return true;
+}
+
+bool Editor::Reload()
+{
+    const std::filesystem::path name = choreography_.fileName;
+    if (!MayTravel() || !document::FileExists(name))
+        return false;
+    CommitPanel();
+    const std::int32_t time = timeline_.CurrentTime();
+    Read(Reach::Everything, name, "Reload");
+    if (!choreography_.blnChanged)
+        NoteSaved();
+    timeline_.GoToTime(time);
+    WarnOfRead();
+    return true;
+}
+
+void Editor::KeepMine()
+{
+    choreography_.blnChanged = true;
+    history_.MarkUnsaved();
+    if (journal_ != nullptr)
+        journal_->Record(choreography_, {});
+    NotePending();
+    playback_.RefreshMenus();
 }
 
 bool Editor::Undo()

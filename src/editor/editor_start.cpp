@@ -47,6 +47,8 @@ void Editor::Form_Activate(const fs::path& commandLine)
 void Editor::FinishStartUp()
 {
     started_ = true;
+    if (!MayOpen(choreography_.fileName))
+        New();
     WarnOfRead();
 }
 
@@ -98,6 +100,8 @@ void Editor::Read(Reach reach, const fs::path& name, std::string_view title)
     before_.reset();
     lastSave_ = {};
     fileNotice_.clear();
+    if (guard_ != nullptr)
+        guard_->Reading(fileName);
     const auto read = [&] {
         lastRead_ = document::ReadControlFile(choreography_, fileName);
         return true;
@@ -139,11 +143,23 @@ void Editor::OpenRecent(int index)
         prompts_.Warn(name.string() + " is not there any more. It was taken from the list.");
         return;
     }
-    if (KeepsChanges())
-        return;
-    ReadControlFile(*file);
-    OpenMusicOf(*file);
+    static_cast<void>(OpenFile(*file));
+}
+
+bool Editor::OpenFile(const fs::path& controlFile)
+{
+    if (!FileItemWorks(kOpenItem) || !MayOpen(controlFile) || KeepsChanges())
+        return false;
+    ReadControlFile(controlFile);
+    OpenMusicOf(controlFile);
     WarnOfRead();
+    return true;
+}
+
+bool Editor::MayOpen(const fs::path& file)
+{
+    return guard_ == nullptr || file.empty() ||
+           guard_->MayOpen(document::FindFile(file).value_or(file));
 }
 
 bool Editor::IsShowFile(const fs::path& name)
@@ -156,9 +172,9 @@ bool Editor::OpenDropped(const fs::path& name)
     const ShowFile kind = KindOf(name);
     if (kind == ShowFile::None || !document::FileExists(name) || !FileItemWorks(kOpenItem))
         return false;
-    if (KeepsChanges())
-        return true;
     const fs::path file = Absolute(name);
+    if (!MayOpen(Append(WithoutKnownExtension(file), kControlExtension)) || KeepsChanges())
+        return true;
     if (kind == ShowFile::Control) {
         ReadControlFile(file);
         OpenMusicOf(file);

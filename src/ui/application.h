@@ -6,12 +6,14 @@
 #include <span>
 #include <string>
 
+#include "document/journal.h"
 #include "editor/editor.h"
 #include "sound/gst_player.h"
 #include "sound/peaks.h"
 #include "ui/frm_fountain.h"
 #include "ui/message_prompts.h"
 #include "ui/settings_store.h"
+#include "ui/show_keeper.h"
 
 namespace ui {
 
@@ -19,6 +21,7 @@ struct StartOptions {
     std::filesystem::path base;  ///< show to open; empty for none
     bool silent = false;
     bool splash = false;  ///< show the picture of the start
+    std::filesystem::path recovery;  ///< where unsaved changes are kept; empty for the user's place
 };
 
 struct CommandLine {
@@ -52,8 +55,11 @@ class Application {
     MessagePrompts prompts_;
     sound::GstPlayer mmSong_;
     sound::PeakReader peaks_;
+    document::Journal journal_;
     editor::Editor editor_;
     frmFountain window_;
+    ShowKeeper keeper_;
+    QPointer<QObject> splash_;
 };
 
 /// What every QApplication of the program needs: its name and its look.

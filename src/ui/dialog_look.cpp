@@ -1,0 +1,74 @@
+#include "ui/dialog_look.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QScreen>
+#include <algorithm>
+
+#include "ui/design_form.h"
+
+namespace ui {
+namespace {
+
+constexpr double kFontHeight = 14;  // pixels of the design screen
+constexpr double kLargestScale = 1.7;
+constexpr double kOfScreen = 0.92;
+
+const QLocale& English()
+{
+    static const QLocale kEnglish(QLocale::English, QLocale::UnitedStates);
+    return kEnglish;
+}
+
+double ScaleOf(const QWidget* window)
+{
+    if (window == nullptr)
+        return 1;
+    const fountain::ScaleFactors scale =
+        fountain::FitToScreen(window->window()->width(), window->window()->height());
+    return std::clamp(std::min(scale.x, scale.y), 1.0, kLargestScale);
+}
+
+}  // namespace
+
+void FitDialog(QDialog& dialog, QSize design)
+{
+    const double scale = ScaleOf(dialog.parentWidget());
+    QFont font = FormFont();
+    font.setPixelSize(qRound(kFontHeight * scale));
+    dialog.setFont(font);
+    const QScreen* screen =
+        dialog.parentWidget() != nullptr ? dialog.parentWidget()->screen() : dialog.screen();
+    dialog.resize((design * scale).boundedTo(screen->availableSize() * kOfScreen));
+}
+
+QPushButton* AddDialogButton(QDialog& dialog, const char* name, const char* caption,
+                             const char* toolTip)
+{
+    auto* button = new QPushButton(QString::fromLatin1(caption), &dialog);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setAccessibleName(QString::fromLatin1(caption).remove(u'&'));
+    button->setAccessibleDescription(QString::fromLatin1(toolTip));
+    button->setToolTip(QString::fromLatin1(toolTip));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QString MomentText(qint64 modified)
+{
+    constexpr qint64 kPerMillisecond = 1'000'000;
+    return English().toString(QDateTime::fromMSecsSinceEpoch(modified / kPerMillisecond),
+                              QStringLiteral("d MMMM yyyy, HH:mm:ss"));
+}
+
+QString CountsText(const document::Choreography& show)
+{
+    const auto counted = [](qint64 count, const char* what) {
+        return English().toString(count) + u' ' + QLatin1String(what) +
+               (count == 1 ? QString() : QStringLiteral("s"));
+    };
+    return counted(show.lngLastSlot(), "time") + QStringLiteral(", ") +
+           counted(document::CommandTotal(show), "command");
+}
+
+}  // namespace ui
