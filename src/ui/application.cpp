@@ -61,9 +61,23 @@ std::filesystem::path CacheFolder()
            "peaks";
 }
 
+std::filesystem::path RecoveryFolder()
+{
+    return std::filesystem::path(
+               QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString()) /
+           "recovery";
+}
+
 CommandLine Refuse(std::string problem)
 {
     return {CommandLine::Request::Refused, {}, std::move(problem)};
+}
+
+StartOptions Completed(StartOptions options)
+{
+    if (options.recovery.empty())
+        options.recovery = RecoveryFolder();
+    return options;
 }
 
 }  // namespace
@@ -103,11 +117,13 @@ CommandLine ParseCommandLine(std::span<const char* const> arguments)
 }
 
 Application::Application(StartOptions options)
-    : options_(std::move(options)),
+    : options_(Completed(std::move(options))),
       mmSong_(options_.silent ? sound::Sink::Silent : sound::Sink::Automatic),
       peaks_(CacheFolder()),
+      journal_(options_.recovery),
       editor_(mmSong_, prompts_),
-      window_(editor_)
+      window_(editor_),
+      keeper_(editor_, prompts_, window_, journal_)
 {
     prompts_.SetWindow(&window_);
     window_.UseHelp(FindHelpFile(QCoreApplication::applicationDirPath()), UserHelpFolder());
@@ -134,6 +150,7 @@ void Application::ShowSplash()
         return;
     }
     auto* splash = new frmSplash(&window_);
+    splash_ = splash;
     QObject::connect(
         splash, &frmSplash::Shown, &window_, [this] { OpenMusic(); }, Qt::QueuedConnection);
     splash->ShowAtStartUp();
@@ -146,6 +163,12 @@ void Application::OpenMusic()
     window_.SetMusicPending(false);
     editor_.FinishStartUp();
     window_.Refresh();
+    // What is offered must not lie behind the picture.
+    const auto begin = [this] { keeper_.Begin(options_.recovery); };
+    if (splash_ != nullptr)
+        QObject::connect(splash_, &QObject::destroyed, &window_, begin);
+    else
+        begin();
 }
 
 void SetUpQt()
