@@ -196,7 +196,7 @@ void NextVersion::TakeAfter() const
     static_cast<void>(::fchmod(descriptor_, status.st_mode & 07777));
 }
 
-std::error_code NextVersion::Write(std::string_view text)
+std::error_code NextVersion::Write(std::string_view text) const
 {
     const std::error_code error = WriteAll(descriptor_, text);
     return error ? error : Flush(descriptor_);

@@ -37,7 +37,7 @@ class NextVersion {
     /// `device_or_resource_busy` while another process writes the same file.
     [[nodiscard]] std::error_code Create();
     /// Writes the content to the disk.
-    [[nodiscard]] std::error_code Write(std::string_view text);
+    [[nodiscard]] std::error_code Write(std::string_view text) const;
     [[nodiscard]] std::error_code TakePlace();
 
  private:

@@ -1,6 +1,7 @@
 #include "editor/history.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace editor {
@@ -11,8 +12,8 @@ using document::Patch;
 std::vector<Patch> Reversed(const std::vector<Patch>& patches)
 {
     std::vector<Patch> reversed;
-    for (auto patch = patches.rbegin(); patch != patches.rend(); ++patch)
-        reversed.push_back(document::Reversed(*patch));
+    std::transform(patches.rbegin(), patches.rend(), std::back_inserter(reversed),
+                   [](const Patch& patch) { return document::Reversed(patch); });
     return reversed;
 }
 
