@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "document/control_file.h"
+#include "editor/edit_walk.h"
 #include "editor/studio.h"
 
 namespace {
@@ -125,6 +129,60 @@ TEST(EditingButtons, MarksAreSetWhileListeningAndVisitedAfterwards)
     EXPECT_EQ(studio.prompts.questions.back(), "Clear Marks: Are you sure?");
     EXPECT_FALSE(editor.Transport().mmEditing.next);
     EXPECT_FALSE(editor.Transport().mmEditing.clear);
+}
+
+/// A walk of edits, moves and shifts over a show; the editor is left at time 0.
+void WalkWithShifts(testing_support::WalkingEditor& walking, testing_support::Random& random)
+{
+    editor::Editor& editor = walking.editor;
+    for (const testing_support::Step& step : testing_support::RandomWalk(random, 40)) {
+        walking.Do(step);
+        if (random.Below(4) != 0)
+            continue;
+        editor.OpenShiftPanel();
+        for (int presses = random.Below(12); presses > 0; --presses)
+            editor.updnShiftTime_Press(random.Below(3), random.Below(2) == 0 ? -1 : +1);
+        editor.cmdShift_Click(random.Below(5) == 0 ? 1 : 0);
+        ASSERT_EQ(testing_support::Disorder(editor.Choreography()), "");
+        ASSERT_FALSE(editor.ShiftPanel().visible);
+    }
+    editor.MoveTo(0);
+}
+
+/// What the fountain does and what the panel shows, at each time of a show and behind it.
+void ExpectSameShow(editor::Editor& one, editor::Editor& other)
+{
+    ASSERT_EQ(one.Choreography().lngTime, other.Choreography().lngTime);
+    ASSERT_EQ(one.Choreography().strCommands, other.Choreography().strCommands);
+    one.MoveTo(timeline::kLastSettledTime);
+    other.MoveTo(timeline::kLastSettledTime);
+    for (const std::int32_t slot : one.Choreography().lngTime) {
+        const std::int32_t time = std::min(slot, timeline::kLastSettledTime);
+        one.MoveTo(time);
+        other.MoveTo(time);
+        ASSERT_EQ(one.Timeline().lblABCodes(), other.Timeline().lblABCodes()) << time;
+        ASSERT_EQ(one.Fountain().State(), other.Fountain().State()) << time;
+    }
+}
+
+TEST(Shift, WalksOfShiftsAndEditsAreWhatAPlainReopeningShows)
+{
+    const Folder folder;
+    for (std::uint64_t seed = 1; seed <= 25 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        testing_support::Random random(seed);
+        testing_support::WalkingEditor walking;
+        walking.show = folder / "walk.ctl";
+        auto show = testing_support::ComposedShow(random);
+        (void)document::WriteControlFile(show, walking.show);
+        walking.editor.ReadControlFile(walking.show);
+        WalkWithShifts(walking, random);
+        (void)walking.editor.SaveTo(walking.show);
+
+        testing_support::WalkingEditor reopened;
+        reopened.editor.ReadControlFile(walking.show);
+        ExpectSameShow(walking.editor, reopened.editor);
+    }
 }
 
 }  // namespace

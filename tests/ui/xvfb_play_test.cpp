@@ -1,6 +1,7 @@
 // The program as it starts, on a screen, in real time, with the sample show.
 #include <QElapsedTimer>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "ui/application.h"
@@ -91,6 +92,9 @@ void XvfbPlayTest::sampleShowPlays()
 
 int main(int argc, char** argv)
 {
+    const QTemporaryDir home;  // nothing that this user keeps is read or changed
+    for (const char* folder : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
+        qputenv(folder, home.path().toUtf8());
     QApplication application(argc, argv);
     ui::SetUpQt();
     XvfbPlayTest test;
