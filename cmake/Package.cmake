@@ -45,9 +45,7 @@ install(FILES ${packaging}/debian/lintian-overrides
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples DESTINATION ${data_dir}
     FILES_MATCHING PATTERN "*.ctl" PATTERN "*.mp3"
     PATTERN choreography EXCLUDE PATTERN music EXCLUDE)
-if(TARGET help_file)
-    install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/TANDRI.HLP DESTINATION ${data_dir})
-endif()
+install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/TANDRI.HLP DESTINATION ${data_dir})
 
 file(READ ${packaging}/debian/description CPACK_PACKAGE_DESCRIPTION)
 set(CPACK_GENERATOR DEB)
