@@ -13,6 +13,7 @@
 #include "document/time_text.h"
 #include "fountain/describe.h"
 #include "sound/peaks.h"
+#include "timeline/playback.h"
 #include "timeline/timeline.h"
 
 namespace ui {
@@ -23,6 +24,9 @@ using timeline::kGrid;
 constexpr int kSecond = 1'000;    // ms
 constexpr double kTickReach = 3;  // pixels
 constexpr int kMostTipLines = 12;
+constexpr double kFrame = 16;            // ms, a picture of a usual screen
+constexpr qint64 kLongestGlide = 100;    // ms that the cursor runs on without a new position
+constexpr std::int32_t kJumpBack = 250;  // ms; less is the glide having been ahead
 constexpr QColor kFocus(255, 208, 96);
 constexpr QColor kDisabled(12, 16, 40, 150);
 
@@ -86,7 +90,6 @@ void TimeStrip::ShowPosition(std::int32_t time, std::int32_t length, bool playin
 {
     if (time == time_ && length == length_ && playing == playing_)
         return;
-    const QRect before = CursorRect();
     const std::int32_t timeBefore = std::exchange(time_, time);
     const bool wasPlaying = std::exchange(playing_, playing);
     if (length_ != length) {
@@ -97,13 +100,40 @@ void TimeStrip::ShowPosition(std::int32_t time, std::int32_t length, bool playin
     if (playing)
         StopScrubbing();
     Follow(timeBefore, wasPlaying);
-    const QRect now = CursorRect();
-    if (before != now || wasPlaying != playing) {
-        update(before);
-        update(now);
-    }
+    if (wasPlaying != playing)
+        update(CursorRect());
+    sincePosition_.restart();
+    PlaceCursor();
     if (!playing && (timeBefore / kGrid != time / kGrid || wasPlaying))
         AnnounceTime();
+}
+
+// The positions come too seldom for a cursor that crosses many pixels a second.
+void TimeStrip::PlaceCursor()
+{
+    const double perPixel = view_.Span() / std::max(width(), 1);
+    const bool glides = playing_ && perPixel < timeline::kStatusInterval;
+    if (!glides)
+        frameTimer_.stop();
+    else if (!frameTimer_.isActive())
+        frameTimer_.start(static_cast<int>(std::max(perPixel, kFrame)), Qt::PreciseTimer, this);
+    if (!glides || time_ < cursor_ - kJumpBack) {
+        MoveCursor(time_);
+        return;
+    }
+    const qint64 ahead = std::min(sincePosition_.elapsed(), kLongestGlide);
+    MoveCursor(std::max(cursor_, time_ + static_cast<std::int32_t>(ahead)));
+}
+
+void TimeStrip::MoveCursor(std::int32_t time)
+{
+    const QRect before = CursorRect();
+    cursor_ = time;
+    const QRect now = CursorRect();
+    if (before == now)
+        return;
+    update(before);
+    update(now);
 }
 
 void TimeStrip::UpdateLength()
@@ -191,7 +221,7 @@ render::Cursor TimeStrip::CursorKind() const
 
 QRect TimeStrip::CursorRect() const
 {
-    return render::CursorRect(view_, height(), time_, CursorKind());
+    return render::CursorRect(view_, height(), cursor_, CursorKind());
 }
 
 void TimeStrip::paintEvent(QPaintEvent* event)
@@ -212,7 +242,7 @@ void TimeStrip::paintEvent(QPaintEvent* event)
     if (hoverX_ >= 0)
         render::PaintStripHover(painter, view_, Bands(), height(), hoverX_,
                                 TenthAt(QPointF(hoverX_, height())), font());
-    render::PaintStripCursor(painter, view_, Bands(), height(), time_, CursorKind());
+    render::PaintStripCursor(painter, view_, Bands(), height(), cursor_, CursorKind());
     if (!isEnabled())
         painter.fillRect(rect(), kDisabled);
     if (!hasFocus())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QPointF>
 #include <QWidget>
@@ -81,6 +82,8 @@ class TimeStrip final : public QWidget, public SpokenValue {
     void Choose(std::int32_t time);
     void UpdateLength();
     void Follow(std::int32_t before, bool wasPlaying);
+    void PlaceCursor();
+    void MoveCursor(std::int32_t time);
     void ChangeView(double x, double factor);
     void PanView(double amount);
     void Repicture();
@@ -99,6 +102,9 @@ class TimeStrip final : public QWidget, public SpokenValue {
     const document::Choreography* choreography_ = nullptr;
     std::uint64_t version_ = 0;
     std::int32_t time_ = 0;
+    std::int32_t cursor_ = 0;  // where it is drawn: while playing it runs on between two positions
+    QElapsedTimer sincePosition_;
+    QBasicTimer frameTimer_;
     std::int32_t length_ = 0;
     bool playing_ = false;
 

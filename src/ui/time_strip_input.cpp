@@ -87,6 +87,8 @@ void TimeStrip::timerEvent(QTimerEvent* event)
         const double outside = pointer_.x() < 0 ? pointer_.x() : pointer_.x() - width();
         PanView(std::clamp(outside * kEdgePan, -kMostEdgePan, kMostEdgePan) * view_.Span());
         Scrub();
+    } else if (event->timerId() == frameTimer_.timerId()) {
+        PlaceCursor();
     } else if (event->timerId() == scrubTimer_.timerId()) {
         Scrub();
     } else {

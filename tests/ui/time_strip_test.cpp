@@ -125,6 +125,7 @@ class TimeStripTest : public QObject {
     static void NothingMovesWhileItPlays();
     static void ThePageTurnsWhileItPlays();
     static void APlayedStepRepaintsOnlyTheCursor();
+    static void TheCursorRunsOnBetweenTwoPositions();
     static void AnEditShowsAtItsVersion();
     static void CommandsBehindTheMusicAreInReach();
     static void HoveringTellsTimeAndCommands();
@@ -357,6 +358,40 @@ void TimeStripTest::APlayedStepRepaintsOnlyTheCursor()
     for (const QRect& rect : spy.painted)
         pixels += rect.width() * rect.height();
     QVERIFY2(pixels < 40 * kHeight, qPrintable(QString::number(pixels)));
+}
+
+void TimeStripTest::TheCursorRunsOnBetweenTwoPositions()
+{
+    Stage stage;
+    for (int notch = 0; notch < 60; ++notch)
+        stage.Wheel({0, 120}, 500);  // one second across: a pixel is a millisecond
+    const QImage still = stage.strip.grab().toImage();
+    const auto cursor = [&] {  // the first column that is not as without the cursor
+        const QImage picture = stage.strip.grab().toImage();
+        const auto same = [&](int x) {
+            for (int y = 0; y < kHeight; ++y)
+                if (picture.pixel(x, y) != still.pixel(x, y))
+                    return false;
+            return true;
+        };
+        int x = 0;
+        while (x < kWidth && same(x))
+            ++x;
+        return x;
+    };
+    const auto start = static_cast<std::int32_t>(stage.strip.View().First());
+    stage.Play(start + 200);
+    const int first = cursor();
+    QVERIFY2(first > 150 && first < kWidth, qPrintable(QString::number(first)));
+    QTRY_VERIFY_WITH_TIMEOUT(cursor() > first + 20, 2000);
+    constexpr int kAhead = 100;
+    QTest::qWait(2 * kAhead);  // it waits for a position that does not come
+    const int waiting = cursor();
+    QVERIFY2(waiting <= first + kAhead, qPrintable(QString::number(waiting)));
+    stage.Play(start + 220);  // which it has passed
+    QVERIFY(cursor() >= waiting);
+    stage.Stop(start + 200);
+    QVERIFY(cursor() <= first);
 }
 
 void TimeStripTest::AnEditShowsAtItsVersion()
