@@ -1,8 +1,10 @@
 #include "ui/help_browser.h"
 
+#include <QImage>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 namespace ui {
 namespace {
@@ -10,6 +12,8 @@ namespace {
 constexpr int kSmallestZoom = -4;
 constexpr int kLargestZoom = 14;
 constexpr int kFirstPoints = 11;
+constexpr int kMargin = 18;    // pixels
+constexpr int kFitDelay = 80;  // ms
 constexpr QColor kInk(28, 30, 40);
 
 }  // namespace
@@ -27,13 +31,57 @@ HelpBrowser::HelpBrowser(QHelpEngineCore& engine, QWidget* parent)
     colors.setColor(QPalette::Text, kInk);
     colors.setColor(QPalette::Link, QColor(20, 76, 170));
     setPalette(colors);
-    document()->setDocumentMargin(18);
+    document()->setDocumentMargin(kMargin);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    fitSoon_.setSingleShot(true);
+    connect(&fitSoon_, &QTimer::timeout, this, &HelpBrowser::FitPictures);
 }
 
-QVariant HelpBrowser::loadResource(int /*type*/, const QUrl& name)
+QVariant HelpBrowser::loadResource(int type, const QUrl& name)
 {
     const QUrl url = name.isRelative() ? source().resolved(name) : name;
-    return engine_.fileData(url);
+    const QByteArray content = engine_.fileData(url);
+    if (type != QTextDocument::ImageResource)
+        return content;
+    return Fitted(QImage::fromData(content));
+}
+
+int HelpBrowser::RoomForPictures() const
+{
+    return std::max(1, viewport()->width() - 2 * kMargin);
+}
+
+QImage HelpBrowser::Fitted(const QImage& picture) const
+{
+    if (picture.isNull())
+        return picture;
+    const double ratio = devicePixelRatioF();
+    const int width = std::min(picture.width(), RoomForPictures());
+    QImage fitted = picture;
+    const int pixels = static_cast<int>(std::lround(width * ratio));
+    if (pixels != picture.width())
+        fitted = picture.scaledToWidth(pixels, Qt::SmoothTransformation);
+    fitted.setDevicePixelRatio(ratio);
+    return fitted;
+}
+
+// The document keeps the pictures of a page as they were when it was loaded.
+void HelpBrowser::FitPictures()
+{
+    if (fittedTo_ == RoomForPictures())
+        return;
+    fittedTo_ = RoomForPictures();
+    const QScrollBar* bar = verticalScrollBar();
+    const double place = bar->maximum() == 0 ? 0 : double{1} * bar->value() / bar->maximum();
+    reload();
+    verticalScrollBar()->setValue(static_cast<int>(std::lround(place * bar->maximum())));
+}
+
+void HelpBrowser::resizeEvent(QResizeEvent* event)
+{
+    QTextBrowser::resizeEvent(event);
+    if (fittedTo_ != RoomForPictures())
+        fitSoon_.start(kFitDelay);
 }
 
 void HelpBrowser::Zoom(int steps)

@@ -2,10 +2,11 @@
 
 #include <QHelpEngine>
 #include <QTextBrowser>
+#include <QTimer>
 
 namespace ui {
 
-/// Shows pages of the manual; follows its links.
+/// Shows pages of the manual; follows its links. Pictures are never wider than the page.
 class HelpBrowser final : public QTextBrowser {
     Q_OBJECT
 
@@ -24,11 +25,18 @@ class HelpBrowser final : public QTextBrowser {
     bool Find(const QString& text, QTextDocument::FindFlags flags, bool again);
 
  protected:
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
  private:
+    [[nodiscard]] int RoomForPictures() const;
+    [[nodiscard]] QImage Fitted(const QImage& picture) const;
+    void FitPictures();
+
     QHelpEngineCore& engine_;
     int zoom_ = 0;
+    int fittedTo_ = 0;  // pixels
+    QTimer fitSoon_;    // while a window is drawn larger, its pictures wait
 };
 
 }  // namespace ui

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QtTest>
 
@@ -58,6 +59,7 @@ class HelpTest : public QObject {
     void searchFindsWhereAWordStands();
     void searchedWordsBecomeAQuery();
     void linksBackAndFindLeadThroughThePages();
+    void picturesAreNeverWiderThanThePage();
     void libraryOpensWhateverTheUsersFolderIsLike();
 
  private:
@@ -243,6 +245,28 @@ void HelpTest::linksBackAndFindLeadThroughThePages()
     QVERIFY(page->font().pointSizeF() >= 6);
     page->ResetZoom();
     QCOMPARE(page->font().pointSizeF(), letters);
+}
+
+void HelpTest::picturesAreNeverWiderThanThePage()
+{
+    QString problem;
+    ui::HelpViewer viewer(ui::HelpLibrary::Open(HELP_FILE, folder_.filePath("pictures"), problem));
+    viewer.ShowContents();
+    auto* page = In<ui::HelpBrowser>(viewer, "page");
+    const auto shown = [page] {
+        return page->document()
+            ->resource(QTextDocument::ImageResource, QUrl("window.png"))
+            .value<QImage>()
+            .width();
+    };
+    const auto room = [page] {
+        return page->viewport()->width() - 2 * int(page->document()->documentMargin());
+    };
+    for (const int width : {1'200, 640, 900}) {
+        viewer.resize(width, 500);
+        QTRY_COMPARE(shown(), std::min(700, room()));
+        QCOMPARE(page->horizontalScrollBar()->maximum(), 0);
+    }
 }
 
 void HelpTest::libraryOpensWhateverTheUsersFolderIsLike()
