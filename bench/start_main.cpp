@@ -3,6 +3,7 @@
 //   start_main ours [BASE]  the program's own start
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
 
 #include <QApplication>
@@ -65,7 +66,13 @@ int StartBare(const char* file)
 
 int StartOurs(const char* base)
 {
-    ui::Application application({.base = base == nullptr ? "" : base, .silent = true});
+    // Nothing of this user's plays a part: without settings no show was open last.
+    const std::filesystem::path nowhere =
+        std::filesystem::temp_directory_path() / "choreographer_bench";
+    ui::Application application({.base = base == nullptr ? "" : base,
+                                 .silent = true,
+                                 .settings = nowhere / "settings.conf",
+                                 .recovery = nowhere});
     QObject::connect(&application.Window(), &ui::frmFountain::FirstPainted, qApp,
                      [] { std::_Exit(EXIT_SUCCESS); });
     application.Start();

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMetaObject>
+#include <QSessionManager>
 #include <QStandardPaths>
 #include <QStyleFactory>
 
@@ -118,10 +119,13 @@ CommandLine ParseCommandLine(std::span<const char* const> arguments)
 
 Application::Application(StartOptions options)
     : options_(Completed(std::move(options))),
+      settings_(options_.settings.empty()
+                    ? QtSettingsStore()
+                    : QtSettingsStore(QString::fromStdString(options_.settings.string()))),
       mmSong_(options_.silent ? sound::Sink::Silent : sound::Sink::Automatic),
       peaks_(CacheFolder()),
       journal_(options_.recovery),
-      editor_(mmSong_, prompts_),
+      editor_(mmSong_, prompts_, &settings_),
       window_(editor_),
       keeper_(editor_, prompts_, window_, journal_)
 {
@@ -129,18 +133,30 @@ Application::Application(StartOptions options)
     window_.UseHelp(FindHelpFile(QCoreApplication::applicationDirPath()), UserHelpFolder());
     window_.UseSettings(settings_);
     window_.UsePeaks(peaks_);
+    // At once: the session waits for nobody who answers later.
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, &window_,
+        [this](QSessionManager& session) { EndSession(session); }, Qt::DirectConnection);
 }
 
 void Application::Start()
 {
-    if (!options_.base.empty())
-        editor_.OpenControlFile(options_.base);
-    window_.SetMusicPending(!options_.base.empty());
+    editor_.Form_Activate(options_.base);
+    window_.SetMusicPending(!editor_.StartBase().empty());
     // Only after the event of the painting is the picture on the screen.
     QObject::connect(
         &window_, &frmFountain::FirstPainted, &window_, [this] { ShowSplash(); },
         Qt::QueuedConnection);
     window_.ShowOnScreen();
+}
+
+void Application::EndSession(QSessionManager& session)
+{
+    const bool mayAsk = session.allowsInteraction();
+    if (!window_.EndSession(mayAsk))
+        session.cancel();
+    if (mayAsk)
+        session.release();
 }
 
 void Application::ShowSplash()
@@ -158,8 +174,7 @@ void Application::ShowSplash()
 
 void Application::OpenMusic()
 {
-    if (!options_.base.empty())
-        editor_.OpenMusicOf(options_.base);
+    editor_.OpenStartMusic();
     window_.SetMusicPending(false);
     editor_.FinishStartUp();
     window_.Refresh();

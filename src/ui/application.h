@@ -15,12 +15,15 @@
 #include "ui/settings_store.h"
 #include "ui/show_keeper.h"
 
+class QSessionManager;
+
 namespace ui {
 
 struct StartOptions {
     std::filesystem::path base;  ///< show to open; empty for none
     bool silent = false;
     bool splash = false;  ///< show the picture of the start
+    std::filesystem::path settings;  ///< in place of the user's settings; empty for those
     std::filesystem::path recovery;  ///< where unsaved changes are kept; empty for the user's place
 };
 
@@ -47,6 +50,7 @@ class Application {
     [[nodiscard]] frmFountain& Window() { return window_; }
 
  private:
+    void EndSession(QSessionManager& session);
     void ShowSplash();
     void OpenMusic();
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include <QApplication>
-#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QProxyStyle>
@@ -93,6 +93,7 @@ frmFountain::frmFountain(editor::Editor& editor, QWidget* parent)
     setFont(FormFont());
     setMinimumSize(kSmallestWindow);
     BuildMenus();
+    BuildFileMenus();
     BuildHelp();
     BuildView();
     BuildTransport();
@@ -232,6 +233,8 @@ void frmFountain::FitForm()
     fraControls_->Fit(scale);
     if (fraShift_ != nullptr)
         fraShift_->Fit(scale);
+    if (fraFileSelect_ != nullptr)
+        fraFileSelect_->Fit(scale);
     Refresh();
 }
 
@@ -256,6 +259,7 @@ void frmFountain::PlaceMenus(fountain::ScaleFactors scale)
     mnuBar_->setFont(font);
     for (QMenu* menu : menus_)
         menu->setFont(font);
+    mnuEdit_->setFont(font);
 }
 
 void frmFountain::paintEvent(QPaintEvent*)
@@ -268,25 +272,6 @@ void frmFountain::paintEvent(QPaintEvent*)
     const QRect strip = Scaled({0, 742, 1024, 26}, scale);
     painter.fillRect(strip, kStrip);
     painter.fillRect(QRect(strip.left(), strip.top(), strip.width(), 1), kEdge);
-}
-
-void frmFountain::closeEvent(QCloseEvent* event)
-{
-    editor_.mnuFile_Click();
-    Refresh();  // what was pending stands as written behind the question
-    if (editor_.Playback().SnippetPlays() || !editor_.QueryUnload()) {
-        event->ignore();
-        Refresh();
-        return;
-    }
-    SaveSettings();
-    StopControlFile();
-    editor_.mmSong_StopClick();
-    editor_.mmSong().Close();
-    Refresh();
-    driver_.Halt();
-    peaksPoll_.stop();
-    event->accept();
 }
 
 }  // namespace ui

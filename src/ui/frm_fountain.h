@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QMenuBar>
 #include <QTimer>
@@ -15,8 +16,11 @@
 #include "sound/peaks.h"
 #include "ui/control_panel.h"
 #include "ui/design_form.h"
+#include "ui/edit_menu.h"
+#include "ui/file_select_panel.h"
 #include "ui/help_desk.h"
 #include "ui/mark_list.h"
+#include "ui/recent_items.h"
 #include "ui/shift_frame.h"
 #include "ui/time_spinner.h"
 #include "ui/time_strip.h"
@@ -53,6 +57,10 @@ class frmFountain final : public QWidget {
     /// The music of the show is still to be opened; the status line says so.
     void SetMusicPending(bool pending);
 
+    /// The session of the user ends: false when the user, who may be asked only if `mayAsk`, would
+    /// rather go on. Otherwise the window then closes whatever plays.
+    [[nodiscard]] bool EndSession(bool mayAsk);
+
     /// Shows the editor as it is now, and lets its timers run. Follows every event.
     void Refresh();
 
@@ -67,10 +75,13 @@ class frmFountain final : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
  private:
     void BuildMenus();
+    void BuildFileMenus();
     void BuildHelp();
     void BuildView();
     void BuildMarks();
@@ -94,6 +105,8 @@ class frmFountain final : public QWidget {
     void mnuDisplayAction_Click(int item);
     void mnuHelpAction_Click(int item);
 
+    [[nodiscard]] bool Covered() const;
+    [[nodiscard]] bool MayDrop(const QMimeData& dragged) const;
     [[nodiscard]] bool IsOurs(const QWidget* widget) const;
     bool ActOnKey(const QKeyEvent& key, const QWidget* watched);
     bool MoveByKey(int key);
@@ -116,6 +129,7 @@ class frmFountain final : public QWidget {
     void RefreshTransport();
     void RefreshMarks();
     void RefreshShift();
+    void RefreshFiles();
     void RefreshStrip();
     void RefreshScript();
     void FollowMusic();
@@ -138,12 +152,15 @@ class frmFountain final : public QWidget {
     MenuBarStyle* menuBarStyle_ = nullptr;
     std::array<QMenu*, 3> menus_{};
     std::array<std::vector<QAction*>, 3> actions_;
+    RecentItems* mnuRecent_ = nullptr;
+    EditMenu* mnuEdit_ = nullptr;
     ViewArea* viewArea_ = nullptr;
     HelpDesk* help_ = nullptr;
     ViewWidget* fraView_ = nullptr;
     TimeStrip* timeStrip_ = nullptr;
     MarkList* lstMarks_ = nullptr;
-    ShiftFrame* fraShift_ = nullptr;  // built when it is opened for the first time
+    ShiftFrame* fraShift_ = nullptr;            // built when it is opened for the first time
+    FileSelectPanel* fraFileSelect_ = nullptr;  // likewise
     QLabel* lblTime_ = nullptr;
     QLabel* lblABCodes_ = nullptr;
     QLabel* lblControlFile_ = nullptr;
@@ -170,6 +187,7 @@ class frmFountain final : public QWidget {
     bool painted_ = false;
     bool behind_ = false;  // a held key has not been answered on the screen yet
     bool pendingShown_ = false;
+    QDeadlineTimer sessionEnds_{0};  // until then the window closes for the end of the session
 };
 
 }  // namespace ui

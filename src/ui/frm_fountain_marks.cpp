@@ -24,7 +24,7 @@ void frmFountain::BuildMarks()
 void frmFountain::RefreshMarks()
 {
     lstMarks_->ShowMarks(editor_.Playback().lstMarks());
-    Enable(lstMarks_, !editor_.ShiftPanel().visible);
+    Enable(lstMarks_, !Covered());
 }
 
 // While one listens a single key must do; at rest it is a letter like any other.

@@ -29,6 +29,7 @@ void frmFountain::Refresh()
     RefreshTransport();
     RefreshMarks();
     RefreshShift();
+    RefreshFiles();
     viewArea_->ShowLegends(editor_.DisplayOptions().Legends);
     RefreshView();
     RefreshStrip();
@@ -97,7 +98,7 @@ void frmFountain::RefreshMenus()
 bool frmFountain::MayUse(timeline::Menu menu, int item) const
 {
     if (menu == timeline::kDisplayMenu && item >= kFirstWindowItem)
-        return !editor_.ShiftPanel().visible;
+        return !Covered();
     return editor_.Transport().ItemEnabled(menu, item);
 }
 
@@ -128,7 +129,8 @@ void frmFountain::RefreshTexts()
 void frmFountain::RefreshTitle()
 {
     const document::Choreography& choreography = editor_.Choreography();
-    const QString show = QString::fromStdString(choreography.fileName.stem().string());
+    QString show = QString::fromStdString(choreography.fileName.stem().string());
+    show.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));  // in a name it is no marker
     const QString caption = QString::fromLatin1(kCaption);
     const QString title = show.isEmpty() ? caption + QStringLiteral("[*]")
                                          : show + QStringLiteral("[*] \u2013 ") + caption;
@@ -149,7 +151,10 @@ QString frmFountain::FileProblem() const
     if (save.outcome == SaveOutcome::OpenFailed || save.outcome == SaveOutcome::WriteFailed)
         return failed("not saved", save.error);
     const std::error_code& read = editor_.LastRead().error;
-    return read ? failed("not read", read) : QString();
+    if (read)
+        return failed("not read", read);
+    const std::string& notice = editor_.FileNotice();
+    return notice.empty() ? QString() : QStringLiteral(" (%1)").arg(QString::fromStdString(notice));
 }
 
 QString frmFountain::MusicText() const

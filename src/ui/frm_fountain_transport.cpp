@@ -6,7 +6,7 @@
 #include "ui/frm_fountain.h"
 #include "ui/input_events.h"
 #include "ui/menus.h"
-#include "ui/print_preview.h"
+#include "ui/text_keys.h"
 
 namespace ui {
 
@@ -40,7 +40,9 @@ bool frmFountain::eventFilter(QObject* watched, QEvent* event)
         lblTime_MouseDown(static_cast<QMouseEvent*>(event)->button());
         return true;
     }
-    const auto* widget = static_cast<QWidget*>(watched);
+    auto* widget = static_cast<QWidget*>(watched);
+    if (IsOurs(widget) && ActOnTextKey(widget, event))
+        return true;
     return event->type() == QEvent::KeyPress && QApplication::activePopupWidget() == nullptr &&
            IsOurs(widget) && ActOnKey(*static_cast<QKeyEvent*>(event), widget);
 }
@@ -54,7 +56,7 @@ bool frmFountain::IsOurs(const QWidget* widget) const
 
 void frmFountain::lblTime_MouseDown(Qt::MouseButton button)
 {
-    if (editor_.ShiftPanel().visible)
+    if (Covered())
         return;
     if (button == Qt::LeftButton) {
         OpenShiftPanel();
@@ -168,19 +170,6 @@ void frmFountain::StopControlFile()
 {
     if (editor_.Playback().tmrControlFile.Enabled())
         editor_.mmEditing_ClearClick();
-}
-
-void frmFountain::mnuFileAction_Click(int item)
-{
-    if (item == editor::kPrintItem) {
-        Transact([this] { editor_.mnuFile_Click(); });
-        PrintShow(editor_.Choreography(), this);
-    } else if (item == editor::kExitItem) {
-        close();
-    } else if (item == editor::kSaveItem) {
-        editor_.Save();
-        Refresh();
-    }
 }
 
 void frmFountain::mnuDisplayAction_Click(int item)

@@ -58,7 +58,7 @@ void frmFountain::FillScript()
 
 void frmFountain::FindInScript()
 {
-    if (editor_.ShiftPanel().visible)
+    if (Covered())
         return;
     viewArea_->ShowScript(true);
     Refresh();
@@ -127,7 +127,7 @@ void frmFountain::RefreshStrip()
     timeStrip_->ShowPeaks(peaks_ == nullptr ? nullptr : peaks_->Latest());
     timeStrip_->ShowPosition(editor_.Timeline().CurrentTime(), length,
                              editor_.Playback().Playing());
-    Enable(timeStrip_, length > 0 && !editor_.ShiftPanel().visible);
+    Enable(timeStrip_, length > 0 && !Covered());
 }
 
 // Nothing is read before the music is open: the start belongs to the window.
@@ -153,7 +153,7 @@ void frmFountain::RefreshScript()
     ScriptView* script = viewArea_->Script();
     script->ShowChoreography(editor_.Choreography(), editor_.Version(), editor_.mmSong().Length());
     script->ShowTime(editor_.Timeline().CurrentTime(), editor_.Playback().Playing());
-    Enable(viewArea_->Dock(), !editor_.ShiftPanel().visible);
+    Enable(viewArea_->Dock(), !Covered());
 }
 
 void frmFountain::UseSettings(editor::SettingsStore& settings)

@@ -7,16 +7,16 @@ namespace {
 
 constexpr MenuItem kSeparator{nullptr};
 constexpr std::array kFile = std::to_array<MenuItem>({
-    {"&New"},
-    {"&Open..."},
+    {.caption = "&New", .works = true, .shortcut = "Ctrl+N"},
+    {.caption = "&Open...", .works = true, .shortcut = "Ctrl+O"},
     kSeparator,
     {.caption = "&Save", .works = true, .shortcut = "Ctrl+S"},
-    {"Save &As..."},
-    {"&Undo All"},
+    {.caption = "Save &As...", .works = true, .shortcut = "Ctrl+Shift+S"},
+    {.caption = "&Undo All", .works = true},
     kSeparator,
     {.caption = "&Print", .works = true, .shortcut = "Ctrl+P"},
     kSeparator,
-    {.caption = "E&xit", .works = true},
+    {.caption = "E&xit", .works = true, .shortcut = "Ctrl+Q"},
 });
 constexpr std::array kDisplay = std::to_array<MenuItem>({
     {"&Legends", true, true},

@@ -140,6 +140,8 @@ void FormTest::menusHaveTheirCaptions()
     QStringList captions;
     for (int i = 0; i < shown->actions().size(); ++i) {
         const QAction* action = shown->actions()[i];
+        if (!action->isVisible())
+            continue;  // no show was opened yet
         QCOMPARE(action->objectName(), QStringLiteral("%1Action_%2").arg(menu).arg(i));
         captions << (action->isSeparator() ? QStringLiteral("-") : action->text());
     }
