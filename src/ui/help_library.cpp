@@ -78,15 +78,15 @@ std::unique_ptr<HelpLibrary> HelpLibrary::Open(const QString& helpFile, const QS
                                                                            : nullptr;
 }
 
-bool HelpLibrary::OpenIn(const QString& path, const QString& helpFile, QString& problem)
+bool HelpLibrary::OpenIn(const QString& folder, const QString& helpFile, QString& problem)
 {
-    const QDir folder(path);
+    const QDir place(folder);
     const QByteArray stamp = StampOf(helpFile);
-    if (IsUpToDate(folder, stamp) && OpenCollection(path, problem))
+    if (IsUpToDate(place, stamp) && OpenCollection(folder, problem))
         return true;
     // There is none, it is of another version, or it was damaged.
-    return CopyHelpFile(folder, helpFile, problem) && OpenCollection(path, problem) &&
-           WriteStamp(folder, stamp);
+    return CopyHelpFile(place, helpFile, problem) && OpenCollection(folder, problem) &&
+           WriteStamp(place, stamp);
 }
 
 bool HelpLibrary::OpenCollection(const QString& folder, QString& problem)

@@ -23,6 +23,7 @@ class HelpViewer final : public QWidget {
  public:
     explicit HelpViewer(std::unique_ptr<HelpLibrary> library);
     ~HelpViewer() override;
+    Q_DISABLE_COPY_MOVE(HelpViewer)
 
     /// Brings the window to the front with its contents and the first page.
     void ShowContents();
