@@ -2,8 +2,10 @@
 // shows the program as it is. What is named here and is not there any more fails the build.
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QImage>
+#include <QLabel>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QThread>
@@ -225,6 +227,23 @@ void DrawWindow(const Album& album, Desk& desk)
     desk.Choose("mnuDisplayAction_8");
 }
 
+// Where the manual was made is nobody's business: the panel stands in a home of nobody.
+void DrawFilePanel(const Album& album, Desk& desk)
+{
+    desk.Choose("mnuFileAction_1");
+    auto* volumes = qobject_cast<QComboBox*>(&desk.Widget("drvFileSelect"));
+    auto* folder = qobject_cast<QLabel*>(&desk.Widget("lblFolder"));
+    if (volumes == nullptr || folder == nullptr)
+        Fail(QStringLiteral("the file selection panel is not what it was"));
+    volumes->clear();
+    volumes->addItem(QStringLiteral("Home (/home/anna)"));
+    folder->setText(QStringLiteral("/home/anna/shows"));
+    album.Add("files",
+              desk.Part({"fraFileSelect"}, {}).scaledToWidth(kPageWidth, Qt::SmoothTransformation));
+    desk.Editor().HideFilePanel();
+    desk.Settle();
+}
+
 void DrawDialogs(const Album& album, Desk& desk)
 {
     desk.Editor().OpenShiftPanel();
@@ -284,6 +303,7 @@ int main(int argc, char** argv)
     desk.SetMarks({19'800, 35'900, 50'200, 62'900, 73'900});
     DrawWindow(album, desk);
     DrawPanel(album, desk);
+    DrawFilePanel(album, desk);
     DrawDialogs(album, desk);
     return 0;
 }
