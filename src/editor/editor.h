@@ -200,6 +200,9 @@ class Editor : private timeline::PanelCommitter {
     /// From now on what is not saved is kept in `journal`, which outlives the editor.
     void SetJournal(document::Journal& journal);
 
+    /// What leaving the time would store there, empty when the time would go; nothing when nothing
+    /// is pending.
+    [[nodiscard]] std::optional<document::Commands> PendingCommands() const;
     /// In English, what leaving the time would change there; empty when nothing is pending.
     [[nodiscard]] std::string PendingText() const;
     /// In English, what is stored at the current time.
@@ -257,7 +260,6 @@ class Editor : private timeline::PanelCommitter {
     [[nodiscard]] bool MayTravel() const;
     bool Travel(const std::vector<document::Patch>& patches, std::int32_t time,
                 void (History::*step)());
-    [[nodiscard]] std::optional<document::Commands> PendingCommands() const;
     [[nodiscard]] std::optional<document::Patch> PendingPatch() const;
     void NotePending();
     void NoteSaved();

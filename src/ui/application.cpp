@@ -77,7 +77,8 @@ CommandLine Refuse(std::string problem)
 StartOptions Completed(StartOptions options)
 {
     if (options.recovery.empty())
-        options.recovery = RecoveryFolder();
+        options.recovery = options.settings.empty() ? RecoveryFolder()
+                                                    : options.settings.parent_path() / "recovery";
     return options;
 }
 

@@ -22,9 +22,9 @@ namespace ui {
 struct StartOptions {
     std::filesystem::path base;  ///< show to open; empty for none
     bool silent = false;
-    bool splash = false;  ///< show the picture of the start
-    std::filesystem::path settings;  ///< in place of the user's settings; empty for those
-    std::filesystem::path recovery;  ///< where unsaved changes are kept; empty for the user's place
+    bool splash = false;               ///< show the picture of the start
+    std::filesystem::path settings{};  ///< in place of the user's settings; empty for those
+    std::filesystem::path recovery{};  ///< for what is not saved; empty: beside those
 };
 
 struct CommandLine {
@@ -47,6 +47,7 @@ class Application {
     void Start();
 
     [[nodiscard]] editor::Editor& GetEditor() { return editor_; }
+    [[nodiscard]] document::Journal& GetJournal() { return journal_; }
     [[nodiscard]] frmFountain& Window() { return window_; }
 
  private:

@@ -61,7 +61,7 @@ void FileWatch::Accept()
 
 void FileWatch::LearnContent()
 {
-    if (!SameFile(document::StampOf(file_), known_))
+    if (known_.checksum != 0 || !SameFile(document::StampOf(file_), known_))
         return;
     const std::uint32_t checksum = document::Checksum(document::ReadWholeFile(file_).Text());
     if (SameFile(document::StampOf(file_), known_))

@@ -24,6 +24,9 @@ class FileWatch final : public QObject {
     /// What the file is now is known, too.
     void Accept();
     [[nodiscard]] State Look();
+    /// Reads the file as it is known, so that the same content is seen to be the same. Happens by
+    /// itself soon after the file is known.
+    void LearnContent();
     [[nodiscard]] const std::filesystem::path& File() const { return file_; }
 
  signals:
@@ -34,7 +37,6 @@ class FileWatch final : public QObject {
  private:
     void Watch();
     void Notice();
-    void LearnContent();
 
     std::filesystem::path file_;
     document::FileStamp known_;

@@ -47,7 +47,7 @@ ShowKeeper::ShowKeeper(editor::Editor& editor, editor::Prompts& prompts, frmFoun
     // Another window was closed, or the user comes back from another program.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* focused) {
         if (focused != nullptr && begun_)
-            attend_.start();
+            LookNow();
     });
     AddMenuItem();
     editor_.SetGuard(this);
@@ -139,13 +139,20 @@ void ShowKeeper::Saved(const fs::path& file)
 
 void ShowKeeper::Begin(const fs::path& journals)
 {
-    begun_ = true;
+    begun_ = looks_ = true;
     auto found = std::make_shared<std::vector<LeftShow>>();
     work_.Run([found, journals] { *found = FindLeftShows(journals); },
               [this, found] {
+                  looks_ = false;
                   left_ = std::move(*found);
                   attend_.start();
               });
+}
+
+void ShowKeeper::LookNow()
+{
+    watch_.LearnContent();
+    attend_.start();
 }
 
 bool ShowKeeper::MayInterrupt() const

@@ -36,6 +36,10 @@ class ShowKeeper final : public QObject, public editor::ShowGuard {
     /// The start-up is over: from now on dialogs are opened by themselves. What ended processes
     /// left in `journals` is looked for and offered.
     void Begin(const std::filesystem::path& journals);
+    /// True until that was found, and whatever waits for its turn was done.
+    [[nodiscard]] bool Busy() const { return looks_ || attend_.isActive(); }
+    /// Looks whether the file of the show was changed, without waiting to be told.
+    void LookNow();
     /// Offers the backups of the show that is open.
     void RestoreBackup();
 
@@ -70,6 +74,7 @@ class ShowKeeper final : public QObject, public editor::ShowGuard {
     QPointer<QDialog> dialog_;
 
     bool begun_ = false;
+    bool looks_ = false;           // for journals
     bool changed_ = false;         // on the disk, and not told yet
     bool looksForBackup_ = false;  // a show was read: is it there at all?
     std::vector<LeftShow> left_;   // to be offered as soon as it fits
