@@ -220,6 +220,7 @@ void ViewArea::BuildDock()
 {
     dock_ = new QDockWidget(QStringLiteral("Script"), this);
     dock_->setObjectName(QStringLiteral("dockScript"));
+    dock_->setAttribute(Qt::WA_WindowPropagation);  // it looks the same where it floats
     scriptView_ = new ScriptView(dock_);
     scriptView_->setObjectName(QStringLiteral("scriptView"));
     scriptView_->setAccessibleName(QStringLiteral("Script"));
