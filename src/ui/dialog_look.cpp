@@ -1,6 +1,7 @@
 #include "ui/dialog_look.h"
 
 #include <QDateTime>
+#include <QLayout>
 #include <QLocale>
 #include <QScreen>
 #include <algorithm>
@@ -11,6 +12,8 @@ namespace ui {
 namespace {
 
 constexpr double kFontHeight = 14;  // pixels of the design screen
+constexpr double kMargin = 16;
+constexpr double kSpacing = 10;
 constexpr double kLargestScale = 1.7;
 constexpr double kOfScreen = 0.92;
 
@@ -37,6 +40,11 @@ void FitDialog(QDialog& dialog, QSize design)
     QFont font = FormFont();
     font.setPixelSize(qRound(kFontHeight * scale));
     dialog.setFont(font);
+    if (dialog.layout() != nullptr) {
+        const int margin = qRound(kMargin * scale);
+        dialog.layout()->setContentsMargins(margin, margin, margin, margin);
+        dialog.layout()->setSpacing(qRound(kSpacing * scale));
+    }
     const QScreen* screen =
         dialog.parentWidget() != nullptr ? dialog.parentWidget()->screen() : dialog.screen();
     dialog.resize((design * scale).boundedTo(screen->availableSize() * kOfScreen));

@@ -11,7 +11,7 @@
 namespace ui {
 namespace {
 
-constexpr QSize kDesign(560, 150);
+constexpr QSize kDesign(560, 140);
 constexpr int kListHeight = 320;
 
 QString TextFor(const document::Choreography& mine, bool gone)
@@ -45,6 +45,7 @@ dlgChanged::dlgChanged(const document::Choreography& mine, bool gone, QWidget* w
     lblText->setObjectName(QStringLiteral("lblText"));
     lblText->setTextFormat(Qt::PlainText);
     lblText->setWordWrap(true);
+    lblText->setAlignment(Qt::AlignTop);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblText);
     difference_ = new DiffView(QStringLiteral("What loading it would change"), this);

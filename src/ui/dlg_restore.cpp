@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr QSize kDesign(760, 540);
 constexpr int kBackups = 5;
+constexpr int kRowGap = 4;
 enum Column : int { kSaved, kHolds, kMeans, kColumns };
 
 }  // namespace
@@ -59,10 +60,11 @@ dlgRestore::dlgRestore(document::Choreography now, QWidget* window)
     difference_ = new DiffView(QStringLiteral("What restoring the backup would change"), this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblIntroduction);
-    layout->addWidget(lstBackups_, 2);
-    layout->addWidget(difference_, 3);
+    layout->addWidget(lstBackups_);
+    layout->addWidget(difference_, 1);
     layout->addLayout(BuildButtons());
     FitDialog(*this, kDesign);
+    lstBackups_->setFixedHeight((kBackups + 2) * (fontMetrics().height() + kRowGap));
     lstBackups_->setFocus();
     Read();
 }

@@ -84,7 +84,8 @@ FileWatch::State FileWatch::Look()
 }
 
 // Who replaces a file puts another one under its name, which only the folder tells. Where there is
-// nothing to be told by, the file is looked at when the window is gone back to.
+// nothing to be told by, the file is looked at when the window is gone back to. The file itself is
+// watched anew each time: what was watched may go on under another name, as a backup does.
 void FileWatch::Watch()
 {
     if (watcher_ == nullptr) {
@@ -97,7 +98,6 @@ void FileWatch::Watch()
     const QString file = TextOf(file_);
     const QString folder = QFileInfo(file).absolutePath();
     QStringList gone = watcher_->files() + watcher_->directories();
-    gone.removeAll(file);
     gone.removeAll(folder);
     if (!gone.isEmpty())
         watcher_->removePaths(gone);
@@ -105,7 +105,7 @@ void FileWatch::Watch()
         return;
     if (!watcher_->directories().contains(folder))
         watcher_->addPath(folder);
-    if (document::StampOf(file_).exists && !watcher_->files().contains(file))
+    if (document::StampOf(file_).exists)
         watcher_->addPath(file);
 }
 

@@ -60,15 +60,25 @@ class WatchTest : public QObject {
 void WatchTest::reloadingIsOneEdit_data()
 {
     QTest::addColumn<int>("how");
-    QTest::newRow("written in place") << static_cast<int>(Writes::InPlace);
-    QTest::newRow("replaced") << static_cast<int>(Writes::Beside);
+    QTest::addColumn<bool>("savedBefore");
+    for (const bool saved : {false, true}) {
+        const char* when = saved ? " after a save" : "";
+        QTest::addRow("written in place%s", when) << static_cast<int>(Writes::InPlace) << saved;
+        QTest::addRow("replaced%s", when) << static_cast<int>(Writes::Beside) << saved;
+    }
 }
 
 void WatchTest::reloadingIsOneEdit()
 {
     QFETCH(int, how);
+    QFETCH(bool, savedBefore);
     const Folder folder;
     Watching desk(folder);
+    const int commands = savedBefore ? 19 : 18;
+    if (savedBefore) {
+        desk.Edit(2, 1);
+        desk.editor.Save();
+    }
     desk.editor.MoveTo(1000);
     QVERIFY(desk.editor.SetSpinner("updnRings", 3, 4));  // pending
     WriteAs(static_cast<Writes>(how), folder, kTheirs);
@@ -81,10 +91,10 @@ void WatchTest::reloadingIsOneEdit()
     QCOMPARE(desk.editor.Timeline().CurrentTime(), 1000);
     QCOMPARE(desk.editor.UndoText(), "Undo Reload");
     QVERIFY(desk.editor.Undo());
-    QCOMPARE(document::CommandTotal(desk.editor.Choreography()), 18);
+    QCOMPARE(document::CommandTotal(desk.editor.Choreography()), commands);
     QVERIFY(desk.editor.Choreography().blnChanged);
     desk.journal.Flush();
-    QCOMPARE(document::CommandTotal(document::ReadJournal(desk.journal.File())->show), 18);
+    QCOMPARE(document::CommandTotal(document::ReadJournal(desk.journal.File())->show), commands);
 }
 
 void WatchTest::keepingMineIsUnsaved()
