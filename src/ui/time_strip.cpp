@@ -270,6 +270,13 @@ void TimeStrip::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
+// Nobody tells a hidden strip that the music or the drag has ended.
+void TimeStrip::hideEvent(QHideEvent*)
+{
+    frameTimer_.stop();
+    StopScrubbing();
+}
+
 void TimeStrip::focusInEvent(QFocusEvent*)
 {
     update();

@@ -104,6 +104,18 @@ class PaintSpy final : public QObject {
     }
 };
 
+/// Counts how often a widget is woken.
+class TimerSpy final : public QObject {
+ public:
+    int ticks = 0;
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        ticks += event->type() == QEvent::Timer ? 1 : 0;
+        return false;
+    }
+};
+
 constexpr QPoint kNotchUp(0, 120);
 constexpr QPoint kNotchDown(0, -120);
 
@@ -126,6 +138,7 @@ class TimeStripTest : public QObject {
     static void ThePageTurnsWhileItPlays();
     static void APlayedStepRepaintsOnlyTheCursor();
     static void TheCursorRunsOnBetweenTwoPositions();
+    static void AHiddenStripRests();
     static void AnEditShowsAtItsVersion();
     static void CommandsBehindTheMusicAreInReach();
     static void HoveringTellsTimeAndCommands();
@@ -392,6 +405,28 @@ void TimeStripTest::TheCursorRunsOnBetweenTwoPositions()
     QVERIFY(cursor() >= waiting);
     stage.Stop(start + 200);
     QVERIFY(cursor() <= first);
+}
+
+void TimeStripTest::AHiddenStripRests()
+{
+    for (const bool plays : {true, false}) {
+        Stage stage;
+        for (int i = 0; i < 12; ++i)
+            stage.Wheel(kNotchUp, 400);
+        if (plays) {
+            stage.Play(40'000);
+        } else {
+            stage.Press(500);
+            stage.Drag(kWidth + 100);
+        }
+        TimerSpy spy;
+        stage.strip.installEventFilter(&spy);
+        QTRY_VERIFY(spy.ticks > 0);
+        stage.strip.hide();
+        spy.ticks = 0;
+        QTest::qWait(100);
+        QVERIFY2(spy.ticks == 0, plays ? "it plays" : "it is dragged");
+    }
 }
 
 void TimeStripTest::AnEditShowsAtItsVersion()
