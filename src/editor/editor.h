@@ -131,7 +131,6 @@ class Editor : private timeline::PanelCommitter {
     /// True when the window may close: not while the music plays unless the session ends, and not
     /// against the user.
     [[nodiscard]] bool Form_QueryUnload(UnloadMode mode);
-    [[nodiscard]] bool QueryUnload() { return Form_QueryUnload(UnloadMode::ControlMenu); }
     /// The window closes: all comes to rest, the settings are saved.
     void Form_Unload();
     [[nodiscard]] bool Unloaded() const { return unloaded_; }

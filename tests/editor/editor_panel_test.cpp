@@ -292,7 +292,8 @@ TEST(Commit, HappensWhereverTheTimeIsLeft)
         {"playing the choreography", [](Desk& desk) { desk.editor.mmEditing_PlayClick(); }},
         {"saving", [](Desk& desk) { desk.editor.Save(); }},
         {"the File menu", [](Desk& desk) { desk.editor.mnuFile_Click(); }},
-        {"closing", [](Desk& desk) { (void)desk.editor.QueryUnload(); }},
+        {"closing",
+         [](Desk& desk) { (void)desk.editor.Form_QueryUnload(editor::UnloadMode::ControlMenu); }},
     };
     for (const auto& row : rows) {
         Desk desk("00:01.0001-017\r\n");
@@ -442,7 +443,8 @@ TEST(Closing, AsksForAChangedShowAlone)
         desk.prompts.yes = row.yes;
         if (row.edit)
             desk.editor.SetSpinner("updnSpout", 0, 1);
-        EXPECT_EQ(desk.editor.QueryUnload(), row.closes) << row.name;
+        EXPECT_EQ(desk.editor.Form_QueryUnload(editor::UnloadMode::ControlMenu), row.closes)
+            << row.name;
         EXPECT_EQ(desk.prompts.questions, row.edit ? asked : std::vector<std::string>{})
             << row.name;
         EXPECT_EQ(desk.editor.Choreography().blnChanged, row.edit && !row.yes) << row.name;
@@ -456,9 +458,9 @@ TEST(Closing, IsRefusedWhileTheMusicPlays)
     desk.editor.OpenShow(desk.folder / "show");
     desk.editor.mmSong_PlayClick();
     desk.player.Poll();
-    EXPECT_FALSE(desk.editor.QueryUnload());
+    EXPECT_FALSE(desk.editor.Form_QueryUnload(editor::UnloadMode::ControlMenu));
     desk.editor.mmSong_StopClick();
-    EXPECT_TRUE(desk.editor.QueryUnload());
+    EXPECT_TRUE(desk.editor.Form_QueryUnload(editor::UnloadMode::ControlMenu));
     EXPECT_TRUE(desk.prompts.questions.empty());
 }
 
