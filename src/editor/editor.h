@@ -72,8 +72,8 @@ class Editor : private timeline::PanelCommitter {
     /// choreography.
     void OpenShow(const std::filesystem::path& base);
     /// The two halves of `OpenShow`.
-    void OpenControlFile(const std::filesystem::path& base);
-    void OpenMusicOf(const std::filesystem::path& base);
+    void OpenControlFile(const std::filesystem::path& name);
+    void OpenMusicOf(const std::filesystem::path& name);
     /// The control file alone, under its full name; an empty name gives an empty choreography.
     void ReadControlFile(const std::filesystem::path& name);
     /// The music alone, like its control file; a missing or broken one leaves the player closed.

@@ -1,6 +1,7 @@
 #include "timeline/script_list.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "fountain/describe.h"
@@ -68,6 +69,13 @@ std::string Sentence(std::string_view text)
     if (!sentence.empty() && sentence.front() >= 'a' && sentence.front() <= 'z')
         sentence.front() = static_cast<char>(sentence.front() - 'a' + 'A');
     return sentence;
+}
+
+std::span<const ShowFault> FaultsAt(const std::vector<ShowFault>& faults, std::int32_t slot)
+{
+    const auto first = std::ranges::lower_bound(faults, slot, {}, &ShowFault::slot);
+    const auto last = std::ranges::upper_bound(faults, slot, {}, &ShowFault::slot);
+    return {first, last};
 }
 
 }  // namespace
@@ -268,8 +276,8 @@ std::int32_t ScriptList::LinesOf(std::string_view commands, std::int32_t showFau
 
 std::int32_t ScriptList::ShowFaultsOf(const std::vector<ShowFault>& faults, std::int32_t slot) const
 {
-    return static_cast<std::int32_t>(
-        std::ranges::equal_range(faults, slot, {}, &ShowFault::slot).size());
+    const std::span<const ShowFault> found = FaultsAt(faults, slot);
+    return static_cast<std::int32_t>(found.size());
 }
 
 std::vector<ScriptLine> ScriptList::Lines(std::int32_t row, std::int32_t first,
@@ -305,7 +313,7 @@ std::vector<ScriptLine> ScriptList::Lines(std::int32_t row, std::int32_t first,
                          {},
                          "Holds " + std::to_string(commandCount) + " commands, at most " +
                              std::to_string(document::kMostCommands) + " fit"});
-    for (const ShowFault& fault : std::ranges::equal_range(faults_, slot, {}, &ShowFault::slot))
+    for (const ShowFault& fault : FaultsAt(faults_, slot))
         if (wanted())
             lines.push_back({Kind::Warning, {}, Sentence(fault.message)});
     return lines;
