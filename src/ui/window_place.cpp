@@ -4,6 +4,7 @@
 #include <array>
 
 #include <QGuiApplication>
+#include <QRegion>
 #include <QScreen>
 #include <QStringList>
 
@@ -11,8 +12,6 @@ namespace ui {
 namespace {
 
 constexpr int kFarthest = 100'000;  // pixels; no desktop is as large
-constexpr int kGrip = 120;          // of the upper edge, to take hold of
-constexpr int kGripHeight = 24;
 const QString kMaximised = QStringLiteral("maximised");
 
 constexpr std::array<std::pair<const char*, Qt::DockWidgetArea>, 4> kSides{
@@ -82,12 +81,10 @@ QRect OnScreens(const QRect& place, std::span<const QRect> screens)
     const auto shared = [&place](const QRect& screen) { return AreaOf(screen & place); };
     const QRect& screen = *std::ranges::max_element(screens, {}, shared);
     QRect on(place.topLeft(), place.size().boundedTo(screen.size()));
-    const QRect grip(on.left(), on.top(), on.width(), kGripHeight);
-    const bool held = std::ranges::any_of(screens, [&grip](const QRect& one) {
-        const QRect part = one & grip;
-        return part.width() >= std::min(kGrip, grip.width()) && part.height() >= kGripHeight;
-    });
-    if (held)
+    QRegion desktop;
+    for (const QRect& one : screens)
+        desktop += one;
+    if (QRegion(on).subtracted(desktop).isEmpty())
         return on;
     on.moveLeft(std::clamp(on.left(), screen.left(), screen.right() + 1 - on.width()));
     on.moveTop(std::clamp(on.top(), screen.top(), screen.bottom() + 1 - on.height()));

@@ -21,8 +21,8 @@ struct WindowPlace {
 /// Nothing when the text is none that `TextOf` writes.
 [[nodiscard]] std::optional<WindowPlace> WindowPlaceOf(const QString& text);
 
-/// The place, moved and made smaller as far as needed to get hold of the window by its upper edge
-/// on one of the screens and to see it whole there. Screens that touch may share it.
+/// The place, moved and made smaller as far as needed to see all of the window. Screens that touch
+/// may share it.
 [[nodiscard]] QRect OnScreens(const QRect& place, std::span<const QRect> screens);
 
 /// What the screens of now have to offer.
