@@ -1,5 +1,6 @@
 #include "ui/frm_fountain.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QApplication>
@@ -8,6 +9,7 @@
 #include <QPainter>
 #include <QProxyStyle>
 #include <QPushButton>
+#include <QToolTip>
 
 #include "ui/menus.h"
 
@@ -34,6 +36,7 @@ class MenuBarStyle final : public QProxyStyle {
 namespace {
 
 constexpr QSize kSmallestWindow(800, 600);
+constexpr int kToolTip = 12;  // design pixels
 constexpr QColor kForm(224, 224, 224);
 constexpr QColor kStrip(208, 208, 210);
 constexpr QColor kEdge(176, 176, 180);
@@ -65,6 +68,15 @@ class FocusButton final : public QPushButton {
     void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
     void paintEvent(QPaintEvent*) override {}
 };
+
+// Commands are read in them, so they grow with the window; they never become too small to read.
+void FitToolTips(fountain::ScaleFactors scale)
+{
+    QFont font = FormFont();
+    font.setPixelSize(static_cast<int>(kToolTip * std::max(1.0, std::min(scale.x, scale.y))));
+    if (QToolTip::font() != font)
+        QToolTip::setFont(font);
+}
 
 QPalette FormPalette()
 {
@@ -231,6 +243,7 @@ void frmFountain::FitForm()
         PlaceControl(control, scale);
     PlaceView(scale);
     fraControls_->Fit(scale);
+    FitToolTips(scale);
     if (fraShift_ != nullptr)
         fraShift_->Fit(scale);
     if (fraFileSelect_ != nullptr)

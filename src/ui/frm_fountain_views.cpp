@@ -2,7 +2,6 @@
 #include <utility>
 
 #include <QDockWidget>
-#include <QLineEdit>
 #include <QScreen>
 #include <QShortcut>
 
@@ -53,6 +52,9 @@ void frmFountain::BuildView()
 void frmFountain::FillScript()
 {
     connect(viewArea_->Script(), &ScriptView::TimeChosen, this, &frmFountain::GoToChosen);
+    // A script that leaves the window or comes back hands its focus to whatever is next.
+    connect(viewArea_->Dock(), &QDockWidget::topLevelChanged, cmdFocus_,
+            [this] { cmdFocus_->setFocus(); });
     RefreshScript();
 }
 
@@ -65,10 +67,7 @@ void frmFountain::FindInScript()
     viewArea_->Dock()->raise();
     if (viewArea_->Dock()->isFloating())
         viewArea_->Dock()->activateWindow();
-    if (auto* filter = viewArea_->Script()->findChild<QLineEdit*>()) {
-        filter->setFocus(Qt::ShortcutFocusReason);
-        filter->selectAll();
-    }
+    viewArea_->Script()->EditFilter();
 }
 
 void frmFountain::ShowScript(bool shown)

@@ -278,7 +278,7 @@ bool ScriptView::eventFilter(QObject* watched, QEvent* event)
     switch (static_cast<QKeyEvent*>(event)->key()) {
         case Qt::Key_Escape:
             if (txtFilter_->text().isEmpty())
-                return false;
+                lstScript_->setFocus(Qt::OtherFocusReason);
             txtFilter_->clear();
             return true;
         case Qt::Key_Down:

@@ -199,7 +199,11 @@ class ScriptViewTest final : public QObject {
         QVERIFY(desk.Rows().accessibleDescription().startsWith("No time"));
         QTest::keyClick(&desk.Filter(), Qt::Key_Escape);
         QCOMPARE(desk.Times(), "4 times");
+        QVERIFY(desk.Filter().hasFocus());
+        QTest::keyClick(&desk.Filter(), Qt::Key_Escape);
+        QVERIFY(desk.Rows().hasFocus());
 
+        desk.view.EditFilter();
         QTest::keyClicks(&desk.Filter(), "ring");
         desk.view.ShowTime(1100, false);
         QTest::keyClick(&desk.Filter(), Qt::Key_Return);  // to what comes next
