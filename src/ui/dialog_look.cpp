@@ -14,7 +14,7 @@ namespace {
 constexpr double kFontHeight = 14;  // pixels of the design screen
 constexpr double kMargin = 16;
 constexpr double kSpacing = 10;
-constexpr double kLargestScale = 1.7;
+constexpr double kLargestScale = 2;
 constexpr double kOfScreen = 0.92;
 
 const QLocale& English()

@@ -69,7 +69,11 @@ dlgChanged::dlgChanged(const document::Choreography& mine, bool gone, QWidget* w
     buttons->addWidget(keep);
     difference->setVisible(!gone);
     reload->setVisible(!gone);
-    connect(difference, &QPushButton::toggled, this, &dlgChanged::ToggleDifference);
+    connect(difference, &QPushButton::toggled, this, [this, difference](bool shown) {
+        difference->setText(shown ? QStringLiteral("Hide the &Difference")
+                                  : QStringLiteral("Show the &Difference"));
+        ToggleDifference(shown);
+    });
     connect(reload, &QPushButton::clicked, this, &dlgChanged::ReloadChosen);
     connect(keep, &QPushButton::clicked, this, &dlgChanged::reject);
     FitDialog(*this, kDesign);

@@ -17,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr QSize kDesign(680, 520);
+constexpr int kMostRows = 4;
 
 QString NameOf(const LeftShow& show)
 {
@@ -102,20 +103,19 @@ dlgRecovery::dlgRecovery(std::vector<LeftShow> shows, editor::Prompts& prompts, 
     BuildButtons(*buttons);
     layout->addLayout(buttons);
     FitDialog(*this, kDesign);
+    const int rows = std::min(kMostRows, lstShows_->count());
+    lstShows_->setFixedHeight(rows * lstShows_->sizeHintForRow(0) + 2 * lstShows_->frameWidth());
     ShowSelected();
 }
 
 void dlgRecovery::BuildList(QLayout& layout)
 {
-    constexpr int kMostRows = 4;
     lstShows_ = new QListWidget(this);
     lstShows_->setObjectName(QStringLiteral("lstShows"));
     lstShows_->setAccessibleName(QStringLiteral("Shows with unsaved changes"));
     for (const LeftShow& show : shows_)
         lstShows_->addItem(NameOf(show) + QStringLiteral("  \u2013  ") + MomentText(show.modified));
     lstShows_->setVisible(shows_.size() > 1);
-    const int rows = std::min(kMostRows, lstShows_->count());
-    lstShows_->setMaximumHeight((rows + 1) * lstShows_->sizeHintForRow(0));
     lstShows_->setCurrentRow(0);
     connect(lstShows_, &QListWidget::currentRowChanged, this, &dlgRecovery::ShowSelected);
     layout.addWidget(lstShows_);

@@ -125,7 +125,6 @@ void dlgRestore::Fill(std::vector<Backup> backups)
         item->setToolTip(kSaved, QString::fromStdString(backup.file.string()));
         SumUp(row);
     }
-    cmdRestore_->setEnabled(!backups_.empty());
     if (!backups_.empty()) {
         lstBackups_->setCurrentItem(lstBackups_->topLevelItem(0));
         return;
@@ -155,8 +154,9 @@ void dlgRestore::ShowSelected()
     const int row = lstBackups_->indexOfTopLevelItem(lstBackups_->currentItem());
     if (row < 0 || row >= static_cast<int>(backups_.size()))
         return;
-    difference_->Compare(now_, backups_[static_cast<std::size_t>(row)].show,
-                         QStringLiteral("Restoring it means: "));
+    const document::Choreography& show = backups_[static_cast<std::size_t>(row)].show;
+    cmdRestore_->setEnabled(!SameShow(now_, show));
+    difference_->Compare(now_, show, QStringLiteral("Restoring it means: "));
 }
 
 }  // namespace ui

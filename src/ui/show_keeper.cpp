@@ -189,6 +189,7 @@ void ShowKeeper::Show(QDialog* dialog)
     dialog_ = dialog;
     connect(dialog, &QDialog::finished, this, [this] {
         dialog_ = nullptr;
+        window_.activateWindow();
         window_.Refresh();
         attend_.start();
     });
