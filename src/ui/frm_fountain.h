@@ -74,6 +74,7 @@ class frmFountain final : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -95,6 +96,7 @@ class frmFountain final : public QWidget {
     void PlaceControl(const FormControl& control, fountain::ScaleFactors scale);
     void PlaceView(fountain::ScaleFactors scale);
     void FillScript();
+    void KeepFrameOnScreens();
     void SaveSettings();
     void PlaceMenus(fountain::ScaleFactors scale);
 

@@ -4,6 +4,7 @@
 #include <QDockWidget>
 #include <QScreen>
 #include <QShortcut>
+#include <QWindowStateChangeEvent>
 
 #include "ui/frm_fountain.h"
 #include "ui/menus.h"
@@ -11,7 +12,8 @@
 namespace ui {
 namespace {
 
-constexpr int kPeaksPoll = 100;  // ms
+constexpr int kPeaksPoll = 100;   // ms
+constexpr int kFrameComes = 200;  // ms that a window manager takes
 constexpr const char* kWindowKey = "Window";
 constexpr const char* kTimeStripKey = "TimeStrip";
 constexpr const char* kScriptKey = "ScriptView";
@@ -179,6 +181,30 @@ void frmFountain::ShowOnScreen()
     if (settings_ != nullptr && editor::GetSettingValue(*settings_, kScriptKey, false))
         viewArea_->ShowScript(true);
     activateWindow();
+    QTimer::singleShot(kFrameComes, this, &frmFountain::KeepFrameOnScreens);
+}
+
+void frmFountain::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange &&
+        static_cast<QWindowStateChangeEvent*>(event)->oldState().testFlag(Qt::WindowMaximized))
+        QTimer::singleShot(kFrameComes, this, &frmFountain::KeepFrameOnScreens);
+}
+
+// The place of a window is that within its frame, which is not known before the window has it.
+void frmFountain::KeepFrameOnScreens()
+{
+    if (!isVisible() || windowState().testAnyFlags(Qt::WindowMaximized | Qt::WindowMinimized |
+                                                   Qt::WindowFullScreen))
+        return;
+    const QRect frame = frameGeometry();
+    const QRect seen = OnScreens(frame, AvailableScreens());
+    if (seen == frame)
+        return;
+    const QRect inner = geometry();
+    setGeometry(seen.adjusted(inner.left() - frame.left(), inner.top() - frame.top(),
+                              inner.right() - frame.right(), inner.bottom() - frame.bottom()));
 }
 
 void frmFountain::SaveSettings()

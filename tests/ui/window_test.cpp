@@ -1,6 +1,7 @@
 // Where the window and its parts stand, and that this is remembered.
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QToolTip>
 
 #include "studio.h"
 #include "ui/settings_store.h"
@@ -56,10 +57,12 @@ class WindowTest : public QObject {
     void placesAreTexts();
     void windowsComeOntoTheScreens();
     void theFirstStartFillsTheScreen();
+    void theFrameComesOntoTheScreenToo();
     void placesAreRemembered();
     void garbageIsIgnored();
     void partsAreShownAsTheyWere();
     void theDockGoesToEverySide();
+    void toolTipsGrowWithTheWindow();
     void theViewTakesTheRoomOfTheStrip();
     void findGoesToTheFilter();
     void truthValuesAreTexts();
@@ -126,6 +129,16 @@ void WindowTest::theFirstStartFillsTheScreen()
     QVERIFY(memory.Get("Window").endsWith(" maximised"));
     Remembering second(memory);
     QVERIFY(second.window.isMaximized());
+}
+
+void WindowTest::theFrameComesOntoTheScreenToo()
+{
+    const Memory memory;
+    Remembering first(memory);  // over the whole screen, and so is the place to return to
+    first.window.setMinimumSize(1, 1);
+    first.window.showNormal();
+    QVERIFY(first.window.frameGeometry() != first.window.geometry());
+    QTRY_VERIFY(Screen().contains(first.window.frameGeometry()));
 }
 
 void WindowTest::placesAreRemembered()
@@ -221,6 +234,17 @@ void WindowTest::theDockGoesToEverySide()
     QTRY_VERIFY(!studio.Find<QAction>("mnuDisplayAction_8")->isChecked());
     QVERIFY(studio.window.close());
     QCOMPARE(memory.Get("ScriptView"), "False");
+}
+
+void WindowTest::toolTipsGrowWithTheWindow()
+{
+    Studio studio;
+    for (const auto& [size, letters] :
+         {std::pair{QSize(800, 600), 12}, {QSize(1024, 768), 12}, {QSize(2560, 1440), 22}}) {
+        studio.window.resize(size);
+        studio.Show();
+        QCOMPARE(QToolTip::font().pixelSize(), letters);
+    }
 }
 
 void WindowTest::theViewTakesTheRoomOfTheStrip()
