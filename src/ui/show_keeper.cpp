@@ -204,10 +204,18 @@ void ShowKeeper::OfferLeftShows()
     Show(dialog);
 }
 
+// A show that is open already, and to which nothing was done, stays as it is: opening it again
+// could only ask for what nobody did.
+bool ShowKeeper::Open(const fs::path& file)
+{
+    const bool open = file == editor_.Choreography().fileName && !editor_.CanUndo();
+    return open || editor_.OpenFile(file);
+}
+
 // The old journal goes when the new one holds what was in it.
 void ShowKeeper::OpenRecovered(const LeftShow& show)
 {
-    if (!editor_.OpenFile(show.content.fileName))
+    if (!Open(show.content.fileName))
         return;
     looksForBackup_ = false;
     if (editor_.Replace(show.content.show, "Recovered Changes")) {
@@ -223,7 +231,7 @@ void ShowKeeper::OpenRecovered(const LeftShow& show)
 
 void ShowKeeper::OpenSaved(const LeftShow& show)
 {
-    if (!editor_.OpenFile(show.content.fileName))
+    if (!Open(show.content.fileName))
         return;
     kept_[editor_.Choreography().fileName] = show.journal;
     if (dialog_ != nullptr)

@@ -55,6 +55,7 @@ class ShowKeeper final : public QObject, public editor::ShowGuard {
     void Attend();
     void TellProblem();
     void OfferLeftShows();
+    [[nodiscard]] bool Open(const std::filesystem::path& file);
     void OpenRecovered(const LeftShow& show);
     void OpenSaved(const LeftShow& show);
     void OfferMissing();

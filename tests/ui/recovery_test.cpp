@@ -36,6 +36,7 @@ class RecoveryTest : public QObject {
     Q_OBJECT
 
  private slots:
+    void whatWasRecoveredIsOpenedAsOneEdit_data();
     void whatWasRecoveredIsOpenedAsOneEdit();
     void savedIsOpenedAndTheRestKeptUntilASave();
     void closingDecidesNothing();
@@ -49,14 +50,27 @@ class RecoveryTest : public QObject {
     void aFolderThatCannotBeWrittenIsToldOnce();
 };
 
+void RecoveryTest::whatWasRecoveredIsOpenedAsOneEdit_data()
+{
+    QTest::addColumn<bool>("open");
+    QTest::addColumn<bool>("edited");
+    QTest::newRow("nothing is open") << false << false;
+    QTest::newRow("it is open as it was saved") << true << false;
+    QTest::newRow("it is open, and something was done") << true << true;
+}
+
 void RecoveryTest::whatWasRecoveredIsOpenedAsOneEdit()
 {
+    QFETCH(bool, open);
+    QFETCH(bool, edited);
     const Folder folder;
     folder.Write(kShow);
     LeaveUnsaved(folder, folder.Path(), 4);
     const QByteArray before = folder.Bytes();
     Desk desk(folder);
-    desk.Start(folder, {});
+    desk.Start(folder, open ? folder.Path() : fs::path());
+    if (edited)
+        desk.Edit(2, 1);
     OFFERED(desk, dialog);
     QCOMPARE(LabelOf(dialog, "lblName"), QString::fromStdString(folder.Path().string()));
     QCOMPARE(LabelOf(dialog, "lblSavedCounts"), "5 times, 17 commands");
@@ -65,7 +79,15 @@ void RecoveryTest::whatWasRecoveredIsOpenedAsOneEdit()
     QCOMPARE(LinesOf(dialog).size(), 1);
     QVERIFY2(LinesOf(dialog).front().contains("Ring"), qPrintable(LinesOf(dialog).front()));
 
+    if (edited) {
+        desk.answers.yes = false;
+        Click(dialog, "cmdRecovered");
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(document::LeftoverJournals(folder.Journals()).size(), 1U);
+        desk.answers.yes = true;
+    }
     Click(dialog, "cmdRecovered");
+    QCOMPARE(desk.answers.asked.size(), edited ? 2 : 0);
     QVERIFY(desk.Dialog<dlgRecovery>() == nullptr);
     const document::Choreography& show = desk.editor.Choreography();
     QCOMPARE(document::CommandTotal(show), 18);
