@@ -63,8 +63,7 @@ std::vector<fs::path> VolumesOf(const QByteArray& mounts, const fs::path& home)
             volumes.emplace_back(place);
     }
     std::ranges::sort(volumes);
-    const auto twice = std::ranges::unique(volumes);
-    volumes.erase(twice.begin(), twice.end());
+    volumes.erase(std::unique(volumes.begin(), volumes.end()), volumes.end());
     std::erase(volumes, home);
     if (!home.empty())
         volumes.insert(volumes.begin(), home);
