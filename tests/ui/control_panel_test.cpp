@@ -381,12 +381,13 @@ void ControlPanelTest::readoutTogglesCommandSteps()
 {
     Studio studio;
     studio.Open(ui_test::kShow, Music::None);
+    studio.editor.MoveTo(100);  // where a click with the left button finds nothing to shift
     studio.Show();
     const struct {
         Qt::MouseButton button;
         QColor color;
         const char* afterStep;
-    } rows[] = {{Qt::LeftButton, {0, 0, 128}, "00:01.0"},
+    } rows[] = {{Qt::LeftButton, {0, 0, 128}, "00:01.1"},
                 {Qt::RightButton, {255, 0, 0}, "00:04.0"},
                 {Qt::MiddleButton, {0, 0, 128}, "00:05.0"}};
     QWidget* readout = studio.Find("lblTime");
