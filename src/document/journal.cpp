@@ -192,6 +192,8 @@ void Journal::Record(const Choreography& now, const std::vector<Patch>& patches)
 {
     changed_ = true;
     pending_.reset();
+    for (const Patch& patch : patches)
+        work_ += JournalWork(patch, kMostSlots);
     if (MustRewrite())
         return Rewrite(now, patches.empty() ? 0 : TimeOf(patches.back()));
     Job job;
@@ -222,7 +224,7 @@ void Journal::RecordPending(const Choreography& now, std::int32_t time,
 bool Journal::MustRewrite() const
 {
     const std::lock_guard lock(mutex_);
-    return !begun_ || broken_ || changes_ >= kMostChanges ||
+    return !begun_ || broken_ || changes_ >= kMostChanges || work_ > kMostJournalWork ||
            changedBytes_ > std::max(kMostChangedBytes, 2 * snapshotBytes_);
 }
 
@@ -232,6 +234,7 @@ void Journal::Rewrite(const Choreography& now, std::int32_t time)
     job.bytes += JournalPending(time, pending_);
     begun_ = true;
     changes_ = 0;
+    work_ = 0;
     snapshotBytes_ = job.bytes.size();
     changedBytes_ = 0;
     Give(std::move(job));

@@ -70,6 +70,7 @@ class Journal {
     bool begun_ = false;    // a snapshot was given to the writer
     bool changed_ = false;  // and a patch
     int changes_ = 0;       // since the snapshot
+    std::int64_t work_ = 0;
     std::size_t snapshotBytes_ = 0;
     std::size_t changedBytes_ = 0;
     std::int32_t pendingTime_ = 0;

@@ -12,7 +12,6 @@ namespace document {
 namespace {
 
 constexpr std::string_view kMagic = "choreography journal 1\n";
-constexpr std::int64_t kMostWork = 500'000'000;  // slots that are moved while a journal is read
 
 enum Kind : char { kHeader = 'H', kPatch = 'P', kPending = 'W' };
 
@@ -203,10 +202,8 @@ class Reader {
     {
         if (!patch)
             return false;
-        constexpr std::size_t kRebuilding = 10;  // costs so much more than a change in place
-        work_ += std::int64_t{content_.show.lngLastSlot()} *
-                 static_cast<std::int64_t>(std::min(patch->changes.size() + 1, kRebuilding));
-        if (work_ > kMostWork || !ApplyPatch(content_.show, *patch))
+        work_ += JournalWork(*patch, content_.show.lngLastSlot());
+        if (work_ > kMostJournalWork || !ApplyPatch(content_.show, *patch))
             return false;
         if (snapshot_)
             content_.time = TimeOf(*patch);
@@ -256,6 +253,13 @@ FileStamp StampOf(const std::filesystem::path& name)
     constexpr std::int64_t kSecond = 1'000'000'000;
     return {true, static_cast<std::uint64_t>(status.st_size),
             status.st_mtim.tv_sec * kSecond + status.st_mtim.tv_nsec, 0};
+}
+
+std::int64_t JournalWork(const Patch& patch, std::int32_t slots)
+{
+    constexpr std::size_t kRebuilding = 10;  // costs so much more than a change in place
+    return std::int64_t{slots} *
+           static_cast<std::int64_t>(std::min(patch.changes.size() + 1, kRebuilding));
 }
 
 std::string JournalHeader(const std::filesystem::path& fileName, const FileStamp& opened)

@@ -46,8 +46,12 @@ struct JournalContent {
 [[nodiscard]] std::string JournalPending(std::int32_t time,
                                          const std::optional<Commands>& commands);
 
-/// Changes of a journal beyond this are not read: whoever writes one begins anew in time.
+/// What goes beyond these in a journal is not read: whoever writes one begins anew in time.
 inline constexpr int kMostJournalChanges = 20'000;
+inline constexpr std::int64_t kMostJournalWork = 500'000'000;  ///< of its patches together
+
+/// How much it may take to read `patch` into a choreography of `slots` times.
+[[nodiscard]] std::int64_t JournalWork(const Patch& patch, std::int32_t slots);
 
 /// What `bytes` hold up to the first change that is torn, damaged or does not fit; nothing without
 /// a header and a snapshot. Takes a bounded time, whatever the bytes are.

@@ -246,6 +246,24 @@ TEST_F(JournalFile, StaysInProportionToTheShow)
     EXPECT_TRUE(SameSlots(ReadJournal(journal.File())->show, edited.show));
 }
 
+TEST_F(JournalFile, OfTheLargestShowIsReadToItsEnd)
+{
+    constexpr int kEdits = 4'800;
+    Choreography show;
+    for (std::int32_t slot = 0; slot < document::kMostSlots; ++slot)
+        InsertSlot(show, slot, 100 * slot, Packed("003-020"));
+    Journal journal(Folder());
+    journal.Begin(show);
+    for (int k = 0; k < kEdits; ++k) {
+        Patch patch;
+        patch.changes.push_back({100 * k, Packed("003-020"), Packed("003-021")});
+        ASSERT_TRUE(ApplyPatch(show, patch));
+        journal.Record(show, {patch});
+    }
+    journal.Flush();
+    EXPECT_TRUE(SameSlots(ReadJournal(journal.File())->show, show));
+}
+
 TEST_F(JournalFile, AFullDiskIsToldOnceAndMadeUpForLater)
 {
     Editing edited(5);
