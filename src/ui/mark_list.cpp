@@ -92,6 +92,13 @@ void MarkList::keyPressEvent(QKeyEvent* event)
     }
 }
 
+// A mark stays selected until another one is: not unselected by Ctrl or by a click beside them.
+QItemSelectionModel::SelectionFlags MarkList::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* /*event*/) const
+{
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
 void MarkList::wheelEvent(QWheelEvent* event)
 {
     const QPoint turned = event->angleDelta();

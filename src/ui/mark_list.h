@@ -26,6 +26,8 @@ class MarkList final : public QListWidget {
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& index, const QEvent* event) const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {1, 1}; }
 
  private:

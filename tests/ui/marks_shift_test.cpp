@@ -169,6 +169,14 @@ void MarksShiftTest::aClickSelectsTheMarkToReturnTo()
     QCOMPARE(studio.Text("lblTime"), "00:00.7");  // it goes nowhere while the music plays
     studio.Click("mmSong_stop");
     QCOMPARE(studio.Text("lblTime"), "00:01.5");
+
+    auto* list = studio.Find<QListWidget>("lstMarks");
+    QWidget* viewport = list->viewport();
+    QTest::mouseClick(viewport, Qt::LeftButton, Qt::ControlModifier,
+                      list->visualItemRect(list->item(1)).center());
+    QCOMPARE(list->selectedItems(), {list->item(1)});
+    QTest::mouseClick(viewport, Qt::LeftButton, {}, viewport->rect().bottomRight() - QPoint(2, 2));
+    QCOMPARE(list->selectedItems(), {list->item(1)});
 }
 
 void MarksShiftTest::manyMarksKeepTheSelectedOneInSight()
