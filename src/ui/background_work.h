@@ -14,6 +14,7 @@ class BackgroundWork final : public QObject {
  public:
     explicit BackgroundWork(QObject* parent = nullptr);
     ~BackgroundWork() override;
+    Q_DISABLE_COPY_MOVE(BackgroundWork)
 
     /// `work` is done on another thread, then `done` on this one.
     void Run(std::function<void()> work, std::function<void()> done);

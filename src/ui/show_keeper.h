@@ -32,6 +32,7 @@ class ShowKeeper final : public QObject, public editor::ShowGuard {
     ShowKeeper(editor::Editor& editor, editor::Prompts& prompts, frmFountain& window,
                document::Journal& journal);
     ~ShowKeeper() override;
+    Q_DISABLE_COPY_MOVE(ShowKeeper)
 
     /// The start-up is over: from now on dialogs are opened by themselves. What ended processes
     /// left in `journals` is looked for and offered.
