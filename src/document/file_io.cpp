@@ -20,8 +20,9 @@ std::error_code LastError()
 
 class Descriptor {
  public:
+    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
     Descriptor(const std::filesystem::path& name, int flags)
-        : descriptor_(::open(name.c_str(), flags | O_CLOEXEC))
+        : Descriptor(::open(name.c_str(), flags | O_CLOEXEC))
     {
     }
     ~Descriptor()
@@ -114,6 +115,14 @@ FileBytes ReadWholeFile(const std::filesystem::path& name)
     return file;
 }
 
+// A file system of the network locks only what is open for writing.
+int OpenToLock(const std::filesystem::path& name)
+{
+    constexpr int kFlags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const int descriptor = ::open(name.c_str(), O_RDWR | kFlags);
+    return descriptor >= 0 ? descriptor : ::open(name.c_str(), O_RDONLY | kFlags);
+}
+
 std::error_code WriteAll(int descriptor, std::string_view text)
 {
     while (!text.empty()) {
@@ -178,7 +187,7 @@ std::error_code NextVersion::CreateAlone()
 
 std::error_code NextVersion::RemoveLeftOver() const
 {
-    const Descriptor leftOver(name_, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    const Descriptor leftOver(OpenToLock(name_));
     if (leftOver.IsOpen() && LockedByAnother(leftOver.Get()))
         return std::make_error_code(std::errc::device_or_resource_busy);
     return ::unlink(name_.c_str()) == 0 || errno == ENOENT ? std::error_code{} : LastError();

@@ -54,6 +54,9 @@ class NextVersion {
 /// systems have nothing to flush, and some folders cannot be opened for it: no error then.
 [[nodiscard]] std::error_code FlushFolderOf(const std::filesystem::path& name);
 
+/// Opens a file that is there to find out whether another process has locked it; -1 on failure.
+[[nodiscard]] int OpenToLock(const std::filesystem::path& name);
+
 /// Writes all of it, through interruptions.
 [[nodiscard]] std::error_code WriteAll(int descriptor, std::string_view text);
 

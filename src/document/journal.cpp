@@ -310,7 +310,7 @@ std::vector<fs::path> LeftoverJournals(const fs::path& folder)
         const bool half = file.ends_with(kNewExtension);
         if (!half && !file.ends_with(kExtension))
             continue;
-        int descriptor = ::open(name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        int descriptor = OpenToLock(name);
         if (descriptor < 0)
             continue;
         const bool locked = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
