@@ -158,6 +158,8 @@ bool ViewArea::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == center_ && event->type() == QEvent::Resize)
         Arrange();
+    if (watched == dock_ && event->type() == QEvent::Resize && !dock_->isFloating())
+        place_.extent = IsUpright(dockWidgetArea(dock_)) ? dock_->width() : dock_->height();
     if (watched == dock_ && event->type() == QEvent::Close)
         QMetaObject::invokeMethod(this, &ViewArea::ScriptClosed, Qt::QueuedConnection);
     return QMainWindow::eventFilter(watched, event);
@@ -231,8 +233,8 @@ void ViewArea::BuildDock()
     title->Fit(scale_);
     scriptView_->Fit(scale_);
     emit ScriptBuilt();
-    PlaceDock();
     dock_->installEventFilter(this);
+    PlaceDock();
 }
 
 void ViewArea::PlaceDock()
@@ -261,8 +263,6 @@ DockPlace ViewArea::ScriptPlace() const
     place.floating.reset();
     if (dock_->isFloating())
         place.floating = dock_->geometry();
-    else if (!dock_->isHidden())
-        place.extent = IsUpright(place.side) ? dock_->width() : dock_->height();
     return place;
 }
 

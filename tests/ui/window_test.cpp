@@ -1,6 +1,7 @@
 // Where the window and its parts stand, and that this is remembered.
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QToolTip>
 
 #include "studio.h"
@@ -220,6 +221,17 @@ void WindowTest::theDockGoesToEverySide()
                   studio.Find("fraView")->size())));
         QVERIFY(studio.window.close());
         QCOMPARE(memory.Get("Docks"), ui::TextOf(place));
+    }
+    for (const char* leave : {"cmdFloatScript", "cmdCloseScript"}) {
+        const Memory memory;
+        memory.Put("ScriptView", "True");
+        Remembering studio(memory);
+        studio.Find<QMainWindow>("viewArea")
+            ->resizeDocks({studio.Find<QDockWidget>("dockScript")}, {280}, Qt::Horizontal);
+        QTRY_COMPARE(studio.Find("dockScript")->width(), 280);
+        studio.Click(leave);
+        QVERIFY(studio.window.close());
+        QVERIFY2(memory.Get("Docks").startsWith("right 280"), qPrintable(memory.Get("Docks")));
     }
     const Memory memory;
     memory.Put("ScriptView", "True");
