@@ -34,12 +34,17 @@ double ScaleOf(const QWidget* window)
 
 }  // namespace
 
+QFont DialogFont(const QWidget* window)
+{
+    QFont font = FormFont();
+    font.setPixelSize(qRound(kFontHeight * ScaleOf(window)));
+    return font;
+}
+
 void FitDialog(QDialog& dialog, QSize design)
 {
     const double scale = ScaleOf(dialog.parentWidget());
-    QFont font = FormFont();
-    font.setPixelSize(qRound(kFontHeight * scale));
-    dialog.setFont(font);
+    dialog.setFont(DialogFont(dialog.parentWidget()));
     if (dialog.layout() != nullptr) {
         const int margin = qRound(kMargin * scale);
         dialog.layout()->setContentsMargins(margin, margin, margin, margin);

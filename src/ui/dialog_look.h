@@ -7,6 +7,9 @@
 
 namespace ui {
 
+/// The typeface of the window, grown with it, at the size of running text.
+[[nodiscard]] QFont DialogFont(const QWidget* window);
+
 /// Gives a dialog the typeface of the window and a size of `design` logical pixels of the design
 /// screen, both grown with the window that it belongs to, within the screen.
 void FitDialog(QDialog& dialog, QSize design);

@@ -4,11 +4,13 @@ namespace ui {
 namespace {
 
 constexpr int kLongestItem = 64;  // average characters
+// The style leaves next to nothing between the longest text and its keys.
+constexpr QLatin1String kBeforeKeys("\xa0\xa0");
 
 void Show(QAction* action, const QMenu& menu, const std::string& text, bool enabled)
 {
     const QString whole = QString::fromStdString(text);
-    action->setText(u'&' + ItemText(menu, whole));
+    action->setText(u'&' + ItemText(menu, whole) + kBeforeKeys);
     action->setToolTip(whole);
     action->setEnabled(enabled);
 }

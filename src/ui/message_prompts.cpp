@@ -2,6 +2,8 @@
 
 #include <QMessageBox>
 
+#include "ui/dialog_look.h"
+
 namespace ui {
 namespace {
 
@@ -17,6 +19,7 @@ void MessagePrompts::Warn(const std::string& text)
     QMessageBox box(QMessageBox::Warning, CaptionOf(window_), QString::fromStdString(text),
                     QMessageBox::Ok, window_);
     box.setTextFormat(Qt::PlainText);
+    box.setFont(DialogFont(window_));
     box.exec();
 }
 
@@ -27,6 +30,7 @@ bool MessagePrompts::Ask(const std::string& text, const std::string& title, edit
                     QString::fromStdString(text), QMessageBox::Yes | QMessageBox::No, window_);
     box.setDefaultButton(QMessageBox::No);
     box.setTextFormat(Qt::PlainText);
+    box.setFont(DialogFont(window_));
     return box.exec() == QMessageBox::Yes;
 }
 

@@ -16,6 +16,7 @@
 #include "document/command_list.h"
 #include "render/script_pages.h"
 #include "timeline/script.h"
+#include "ui/dialog_look.h"
 #include "ui/frm_print.h"
 
 namespace ui {
@@ -27,6 +28,7 @@ void Tell(QWidget* window, const QString& text)
                     window != nullptr ? window->window()->windowTitle() : QString(), text,
                     QMessageBox::Ok, window);
     box.setTextFormat(Qt::PlainText);
+    box.setFont(DialogFont(window));
     box.exec();
 }
 

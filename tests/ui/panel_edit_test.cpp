@@ -20,6 +20,7 @@ struct BoxAnswer {
     QString text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QString defaultButton;
+    int pixels = 0;
 
     void Await(QMessageBox::StandardButton answer)
     {
@@ -30,6 +31,7 @@ struct BoxAnswer {
             text = box->text();
             icon = box->icon();
             defaultButton = box->defaultButton()->text().remove('&');
+            pixels = box->font().pixelSize();
             box->button(answer)->click();
         });
     }
@@ -212,13 +214,17 @@ void PanelEditTest::questionsLookAsTheyShould()
     prompts.SetWindow(&studio.window);
     BoxAnswer box;
     box.Await(QMessageBox::Yes);
+    studio.window.resize(1024, 768);
     QVERIFY(prompts.Ask("Are you sure?", "Reset All", editor::Icon::Question));
+    const int small = box.pixels;
     QCOMPARE(box.title, "Reset All");
     QCOMPARE(box.text, "Are you sure?");
     QCOMPARE(box.icon, QMessageBox::Question);
     QCOMPARE(box.defaultButton, "No");
     box.Await(QMessageBox::No);
+    studio.window.resize(2048, 1536);
     QVERIFY(!prompts.Ask("Proceed?", "", editor::Icon::Exclamation));
+    QVERIFY2(small >= 12 && box.pixels == 2 * small, "the letters grow with the window");
     QCOMPARE(box.icon, QMessageBox::Warning);
     QVERIFY2(box.title.startsWith("Gala ") && !box.title.contains('*'), qPrintable(box.title));
     QTimer::singleShot(0,
