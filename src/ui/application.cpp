@@ -69,6 +69,15 @@ std::filesystem::path RecoveryFolder()
            "recovery";
 }
 
+void EndSession(frmFountain& window, QSessionManager& session)
+{
+    const bool mayAsk = session.allowsInteraction();
+    if (!window.EndSession(mayAsk))
+        session.cancel();
+    if (mayAsk)
+        session.release();
+}
+
 CommandLine Refuse(std::string problem)
 {
     return {CommandLine::Request::Refused, {}, std::move(problem)};
@@ -137,7 +146,7 @@ Application::Application(StartOptions options)
     // At once: the session waits for nobody who answers later.
     QObject::connect(
         qApp, &QGuiApplication::commitDataRequest, &window_,
-        [this](QSessionManager& session) { EndSession(session); }, Qt::DirectConnection);
+        [this](QSessionManager& session) { EndSession(window_, session); }, Qt::DirectConnection);
 }
 
 void Application::Start()
@@ -149,15 +158,6 @@ void Application::Start()
         &window_, &frmFountain::FirstPainted, &window_, [this] { ShowSplash(); },
         Qt::QueuedConnection);
     window_.ShowOnScreen();
-}
-
-void Application::EndSession(QSessionManager& session)
-{
-    const bool mayAsk = session.allowsInteraction();
-    if (!window_.EndSession(mayAsk))
-        session.cancel();
-    if (mayAsk)
-        session.release();
 }
 
 void Application::ShowSplash()
@@ -182,7 +182,7 @@ void Application::OpenMusic()
     // What is offered must not lie behind the picture.
     const auto begin = [this] { keeper_.Begin(options_.recovery); };
     if (splash_ != nullptr)
-        QObject::connect(splash_, &QObject::destroyed, &window_, begin);
+        QObject::connect(splash_, &QObject::destroyed, &keeper_, begin);
     else
         begin();
 }

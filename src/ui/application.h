@@ -15,8 +15,6 @@
 #include "ui/settings_store.h"
 #include "ui/show_keeper.h"
 
-class QSessionManager;
-
 namespace ui {
 
 struct StartOptions {
@@ -51,7 +49,6 @@ class Application {
     [[nodiscard]] frmFountain& Window() { return window_; }
 
  private:
-    void EndSession(QSessionManager& session);
     void ShowSplash();
     void OpenMusic();
 

@@ -2,6 +2,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QtTest>
+#include <memory>
 
 #include "studio.h"
 #include "ui/frm_splash.h"
@@ -41,6 +42,7 @@ class SplashTest : public QObject {
     void anyInputClosesItAndDoesNothingElse();
     void questionIsNotAskedBehindThePicture();
     void programClosesFromBehindIt();
+    void programEndsWhileItShows();
     void aboutStaysUntilItIsClosed_data();
     void aboutStaysUntilItIsClosed();
     void pictureFitsTheSmallestScreenAndIsSharp();
@@ -146,6 +148,25 @@ void SplashTest::programClosesFromBehindIt()
     ShowAtStartUp(studio);
     QVERIFY(studio.window.close());
     QVERIFY(Shown(studio) == nullptr);
+}
+
+void SplashTest::programEndsWhileItShows()
+{
+    const QTemporaryDir home;
+    const std::string folder = home.path().toStdString();
+    auto program =
+        std::make_unique<ui::Application>(ui::StartOptions{.base = {},
+                                                           .silent = true,
+                                                           .splash = true,
+                                                           .settings = folder + "/settings.conf",
+                                                           .recovery = folder + "/recovery"});
+    program->Start();
+    QTRY_VERIFY(program->Window().findChild<ui::frmSplash*>() != nullptr);
+    QPointer<ui::frmSplash> splash = program->Window().findChild<ui::frmSplash*>();
+    QTRY_VERIFY(splash->isVisible());
+    QTest::qWait(100);  // the start-up goes on behind it
+    program.reset();
+    QVERIFY(splash == nullptr);
 }
 
 void SplashTest::aboutStaysUntilItIsClosed_data()
