@@ -1,8 +1,7 @@
 #include "cli/show.h"
 
-#include <stdlib.h>
-
 #include <cerrno>
+#include <cstdlib>
 
 namespace cli {
 namespace {

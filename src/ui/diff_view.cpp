@@ -34,7 +34,7 @@ Difference DifferenceOf(const Choreography& before, const Choreography& after)
 QString SummaryLine(const std::vector<timeline::Change>& changes)
 {
     constexpr qsizetype kLongest = 160;
-    const QString summary = QString::fromStdString(timeline::DiffSummary(changes));
+    QString summary = QString::fromStdString(timeline::DiffSummary(changes));
     if (summary.size() <= kLongest)
         return summary;
     return summary.left(summary.lastIndexOf(QStringLiteral(", "), kLongest)) +

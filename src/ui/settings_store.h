@@ -15,6 +15,8 @@ class QtSettingsStore final : public editor::SettingsStore {
     explicit QtSettingsStore(const QString& file);
     /// Writes what was saved, as `Sync` does.
     ~QtSettingsStore() override;
+    QtSettingsStore(const QtSettingsStore&) = delete;
+    QtSettingsStore& operator=(const QtSettingsStore&) = delete;
 
     [[nodiscard]] std::string GetSettingValue(std::string_view key,
                                               std::string_view fallback) const override;
