@@ -91,8 +91,8 @@ static_assert(std::string_view(std::ranges::find_if(kForm,
 bool Fits(const FormControl& control, fountain::ScaleFactors scale, const QFont& font)
 {
     // Where it stands rounds its size; lines of one height shall have one size of letters.
-    const double width = std::floor(control.width * scale.x);
-    const double height = std::floor(control.height * scale.y);
+    const double width = std::round(control.width * scale.x);
+    const double height = std::round(control.height * scale.y);
     const QFontMetricsF metrics(font);
     return metrics.height() <= height &&
            metrics.horizontalAdvance(QString::fromLatin1(control.sample)) <= width;

@@ -9,13 +9,15 @@
 #include <QPainter>
 #include <QProxyStyle>
 #include <QPushButton>
+#include <QStyleOptionMenuItem>
 #include <QToolTip>
 
 #include "ui/menus.h"
 
 namespace ui {
 
-/// The items of the menu bar are as high as the bar.
+/// The items of the menu bar are as high as the bar, and those of its menus wide enough for a check
+/// mark that has grown with the letters.
 class MenuBarStyle final : public QProxyStyle {
  public:
     explicit MenuBarStyle(QObject* parent) : QProxyStyle(QStringLiteral("Fusion"))
@@ -29,7 +31,12 @@ class MenuBarStyle final : public QProxyStyle {
                                          const QSize& size, const QWidget* widget) const override
     {
         const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
-        return type == CT_MenuBarItem ? QSize(usual.width(), itemHeight) : usual;
+        if (type == CT_MenuBarItem)
+            return {usual.width(), itemHeight};
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        const bool checkable = type == CT_MenuItem && item != nullptr &&
+                               item->checkType != QStyleOptionMenuItem::NotCheckable;
+        return checkable ? usual + QSize(usual.height(), 0) : usual;
     }
 };
 
@@ -129,6 +136,7 @@ void frmFountain::BuildMenus()
     for (std::size_t i = 0; i < menus_.size(); ++i) {
         const MenuEntry& entry = Menus()[i];
         menus_[i] = mnuBar_->addMenu(QString::fromLatin1(entry.caption));
+        menus_[i]->setStyle(menuBarStyle_);
         menus_[i]->setObjectName(QString::fromLatin1(entry.name));
         for (std::size_t item = 0; item < entry.items.size(); ++item) {
             const MenuItem& row = entry.items[item];
