@@ -70,10 +70,10 @@ class Editor : private timeline::PanelCommitter {
     /// Opens the control file and the music of a base name without a question. A control or music
     /// extension that was typed along is dropped; a show without files is an empty, unsaved
     /// choreography.
-    void OpenShow(const std::filesystem::path& base);
-    /// The two halves of `OpenShow`.
-    void OpenControlFile(const std::filesystem::path& name);
-    void OpenMusicOf(const std::filesystem::path& name);
+    void OpenShow(const std::filesystem::path& name);
+    /// The two halves of `OpenShow`, for a base name without such an extension.
+    void OpenControlFile(const std::filesystem::path& base);
+    void OpenMusicOf(const std::filesystem::path& base);
     /// The control file alone, under its full name; an empty name gives an empty choreography.
     void ReadControlFile(const std::filesystem::path& name);
     /// The music alone, like its control file; a missing or broken one leaves the player closed.

@@ -63,23 +63,22 @@ void Editor::WarnOfRead()
                       std::to_string(lastRead_.timesLeftOut) + " of them were left out.");
 }
 
-void Editor::OpenShow(const fs::path& base)
+void Editor::OpenShow(const fs::path& name)
 {
+    const fs::path base = WithoutKnownExtension(name);
     OpenControlFile(base);
     OpenMusicOf(base);
     WarnOfRead();
 }
 
-void Editor::OpenControlFile(const fs::path& name)
+void Editor::OpenControlFile(const fs::path& base)
 {
-    const fs::path base = WithoutKnownExtension(name);
     mmSong_.Close();
     ReadControlFile(base.empty() ? base : Append(base, kControlExtension));
 }
 
-void Editor::OpenMusicOf(const fs::path& name)
+void Editor::OpenMusicOf(const fs::path& base)
 {
-    const fs::path base = WithoutKnownExtension(name);
     const bool mp3 = !base.empty() && FindMusic(Append(base, ".mp3")).has_value();
     SelectFilter(mp3 ? 0 : 1);
     OpenMusicFile(base.empty() ? base : Append(base, musicExtension_));
@@ -151,7 +150,7 @@ bool Editor::OpenFile(const fs::path& controlFile)
     if (!FileItemWorks(kOpenItem) || !MayOpen(controlFile) || KeepsChanges())
         return false;
     ReadControlFile(controlFile);
-    OpenMusicOf(controlFile);
+    OpenMusicOf(WithoutKnownExtension(controlFile));
     WarnOfRead();
     return true;
 }
@@ -177,7 +176,7 @@ bool Editor::OpenDropped(const fs::path& name)
         return true;
     if (kind == ShowFile::Control) {
         ReadControlFile(file);
-        OpenMusicOf(file);
+        OpenMusicOf(WithoutKnownExtension(file));
     } else {
         SelectFilter(kind == ShowFile::Mp3 ? 0 : 1);
         OpenMusicFile(file);

@@ -47,6 +47,7 @@ TEST(StartUp, OpensTheCommandLineElseTheLastFile)
         {"without music", "mute", "", "mute.ctl", "", ".MP3"},
         {"a new show", "new", "", "new.ctl", "", ".MP3"},
         {"a dot in the name", "my.show", "", "my.show.ctl", "", ".MP3"},
+        {"a name like that of music", "both.mp3.ctl", "", "both.mp3.ctl", "", ".MP3"},
     };
     Folder folder;
     for (const char* file : {"show.ctl", "show.mp3", "tango.ctl", "tango.wav", "both.ctl",
