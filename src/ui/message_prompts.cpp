@@ -1,6 +1,8 @@
 #include "ui/message_prompts.h"
 
+#include <QLabel>
 #include <QMessageBox>
+#include <algorithm>
 
 #include "ui/dialog_look.h"
 
@@ -12,14 +14,27 @@ QString CaptionOf(const QWidget* window)
     return window != nullptr ? window->windowTitle().remove(QStringLiteral("[*]")) : QString();
 }
 
+// The box would break lines at a width that is meant for small letters.
+void Fit(QMessageBox& box, const QWidget* window)
+{
+    box.setTextFormat(Qt::PlainText);
+    box.setFont(DialogFont(window));
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (label == nullptr || window == nullptr)
+        return;
+    int longest = 0;
+    for (const QString& line : box.text().split(u'\n'))
+        longest = std::max(longest, label->fontMetrics().horizontalAdvance(line));
+    label->setMinimumWidth(std::min(longest, window->width() / 2) + 1);
+}
+
 }  // namespace
 
 void MessagePrompts::Warn(const std::string& text)
 {
     QMessageBox box(QMessageBox::Warning, CaptionOf(window_), QString::fromStdString(text),
                     QMessageBox::Ok, window_);
-    box.setTextFormat(Qt::PlainText);
-    box.setFont(DialogFont(window_));
+    Fit(box, window_);
     box.exec();
 }
 
@@ -29,8 +44,7 @@ bool MessagePrompts::Ask(const std::string& text, const std::string& title, edit
                     title.empty() ? CaptionOf(window_) : QString::fromStdString(title),
                     QString::fromStdString(text), QMessageBox::Yes | QMessageBox::No, window_);
     box.setDefaultButton(QMessageBox::No);
-    box.setTextFormat(Qt::PlainText);
-    box.setFont(DialogFont(window_));
+    Fit(box, window_);
     return box.exec() == QMessageBox::Yes;
 }
 

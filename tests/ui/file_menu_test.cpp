@@ -192,6 +192,11 @@ void FileMenuTest::editsAreTakenBack()
     office.Edit();
     QVERIFY(undo->isEnabled());  // not written yet, but done
     QCOMPARE(undo->toolTip(), "Undo Ring 3 on Group A to level 1 at 00:10.0");
+    for (const QSize& size : {QSize(1024, 768), QSize(2560, 1440), QSize(1366, 768)}) {
+        office.window.resize(size);
+        QCOMPARE(undo->text().trimmed(), '&' + undo->toolTip());
+    }
+    office.window.resize(1024, 768);
     office.editor.MoveTo(0);
     office.window.Refresh();
     QVERIFY(office.window.isWindowModified());

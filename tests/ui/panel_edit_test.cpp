@@ -21,6 +21,7 @@ struct BoxAnswer {
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QString defaultButton;
     int pixels = 0;
+    int lines = 0;
 
     void Await(QMessageBox::StandardButton answer)
     {
@@ -32,6 +33,8 @@ struct BoxAnswer {
             icon = box->icon();
             defaultButton = box->defaultButton()->text().remove('&');
             pixels = box->font().pixelSize();
+            const auto* label = box->findChild<QLabel*>("qt_msgbox_label");
+            lines = label->height() / label->fontMetrics().lineSpacing();
             box->button(answer)->click();
         });
     }
@@ -223,7 +226,9 @@ void PanelEditTest::questionsLookAsTheyShould()
     QCOMPARE(box.defaultButton, "No");
     box.Await(QMessageBox::No);
     studio.window.resize(2048, 1536);
-    QVERIFY(!prompts.Ask("Proceed?", "", editor::Icon::Exclamation));
+    QVERIFY(!prompts.Ask("Do you really, really, and not only for once, want\nto proceed?", "",
+                         editor::Icon::Exclamation));
+    QCOMPARE(box.lines, 2);
     QVERIFY2(small >= 12 && box.pixels == 2 * small, "the letters grow with the window");
     QCOMPARE(box.icon, QMessageBox::Warning);
     QVERIFY2(box.title.startsWith("Gala ") && !box.title.contains('*'), qPrintable(box.title));
