@@ -83,6 +83,8 @@ class Editor : private timeline::PanelCommitter {
     /// Grows whenever what is stored may have changed, through an edit, a save that tidied it, or
     /// another choreography that was read. Who shows the choreography looks again only then.
     [[nodiscard]] std::uint64_t Version() const { return version_; }
+    /// Grows with every opening of music, of the same file anew too.
+    [[nodiscard]] std::uint64_t MusicVersion() const { return musicVersion_; }
     [[nodiscard]] const document::ReadReport& LastRead() const { return lastRead_; }
     /// How the last save since the reading went.
     [[nodiscard]] const document::SaveReport& LastSave() const { return lastSave_; }
@@ -287,6 +289,7 @@ class Editor : private timeline::PanelCommitter {
     SettingsStore* settings_;
     document::Choreography choreography_;
     std::uint64_t version_ = 0;
+    std::uint64_t musicVersion_ = 0;
     History history_;
     bool storing_ = false;
     document::Journal* journal_ = nullptr;

@@ -113,6 +113,7 @@ void Editor::Read(Reach reach, const fs::path& name, std::string_view title)
 
 void Editor::OpenMusicFile(const fs::path& name)
 {
+    ++musicVersion_;
     mmSong_.Stop();
     mmSong_.Close();
     if (const auto file = FindMusic(name))

@@ -178,7 +178,7 @@ class frmFountain final : public QWidget {
 
     editor::SettingsStore* settings_ = nullptr;
     sound::PeakReader* peaks_ = nullptr;
-    std::filesystem::path peaksOf_;
+    std::uint64_t peaksOf_ = 0;  // the opening of music that they belong to
     QTimer peaksPoll_;
     bool stripShown_ = true;
 

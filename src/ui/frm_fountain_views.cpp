@@ -136,10 +136,9 @@ void frmFountain::FollowMusic()
 {
     if (peaks_ == nullptr || musicPending_)
         return;
-    const std::filesystem::path& music = editor_.mmSong().FileName();
-    if (music != peaksOf_) {
-        peaksOf_ = music;
-        peaks_->Start(music);
+    if (peaksOf_ != editor_.MusicVersion()) {
+        peaksOf_ = editor_.MusicVersion();
+        peaks_->Start(editor_.mmSong().FileName());
     }
     if (!peaks_->Busy())
         peaksPoll_.stop();
