@@ -13,8 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kBackups = 5;
-
 bool SameButForCase(std::string_view a, std::string_view b)
 {
     return std::ranges::equal(a, b, {}, LowerAscii, LowerAscii);

@@ -23,8 +23,10 @@ namespace document {
 ReadReport ReadControlFile(Choreography& choreography, const std::filesystem::path& name,
                            ReadListener* listener = nullptr);
 
-/// The backup `number` of a control file, 1 (the newest) to 5: the name's last three characters
-/// give way to "001" to "005".
+inline constexpr int kBackups = 5;
+
+/// The backup `number` of a control file, 1 (the newest) to `kBackups`: the name's last three
+/// characters give way to "001" to "005".
 [[nodiscard]] std::filesystem::path BackupName(const std::filesystem::path& name, int number);
 
 enum class SaveOutcome {

@@ -18,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr QSize kDesign(760, 540);
-constexpr int kBackups = 5;
 constexpr int kRowGap = 4;
 enum Column : int { kSaved, kHolds, kMeans, kColumns };
 
@@ -27,7 +26,7 @@ enum Column : int { kSaved, kHolds, kMeans, kColumns };
 std::vector<Backup> FindBackups(const fs::path& controlFile)
 {
     std::vector<Backup> backups;
-    for (int number = 1; number <= kBackups && !controlFile.empty(); ++number) {
+    for (int number = 1; number <= document::kBackups && !controlFile.empty(); ++number) {
         Backup backup{number, document::BackupName(controlFile, number), 0, {}};
         const document::FileStamp stamp = document::StampOf(backup.file);
         if (!stamp.exists || document::ReadControlFile(backup.show, backup.file).error)
@@ -64,7 +63,7 @@ dlgRestore::dlgRestore(document::Choreography now, QWidget* window)
     layout->addWidget(difference_, 1);
     layout->addLayout(BuildButtons());
     FitDialog(*this, kDesign);
-    lstBackups_->setFixedHeight((kBackups + 2) * (fontMetrics().height() + kRowGap));
+    lstBackups_->setFixedHeight((document::kBackups + 2) * (fontMetrics().height() + kRowGap));
     lstBackups_->setFocus();
     Read();
 }

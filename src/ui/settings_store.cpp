@@ -1,14 +1,11 @@
 #include "ui/settings_store.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
-#include <QFile>
-#include <QFileInfo>
+
+#include "ui/dead_lock.h"
 
 namespace ui {
 namespace {
-
-constexpr int kLockIsWritten = 2;  // seconds
 
 QString KeyOf(std::string_view key)
 {
@@ -16,14 +13,10 @@ QString KeyOf(std::string_view key)
            QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
 }
 
-// A program that died between making its lock and signing it leaves a lock that nobody holds, on
-// which the next one would wait for half a minute.
-void RemoveDeadLock(const QString& file)
+// The lock that is taken while a file of settings is written.
+QString LockOf(const QSettings& settings)
 {
-    const QFileInfo lock(file + QStringLiteral(".lock"));
-    if (lock.exists() && lock.size() == 0 &&
-        lock.lastModified().secsTo(QDateTime::currentDateTime()) >= kLockIsWritten)
-        QFile::remove(lock.filePath());
+    return settings.fileName() + QStringLiteral(".lock");
 }
 
 }  // namespace
@@ -52,13 +45,13 @@ void QtSettingsStore::SaveSettingValue(std::string_view key, std::string_view va
     const QString text = QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
     if (settings_.contains(KeyOf(key)) && settings_.value(KeyOf(key)).toString() == text)
         return;
-    RemoveDeadLock(settings_.fileName());
+    RemoveDeadLock(LockOf(settings_));
     settings_.setValue(KeyOf(key), text);
 }
 
 void QtSettingsStore::Sync()
 {
-    RemoveDeadLock(settings_.fileName());
+    RemoveDeadLock(LockOf(settings_));
     settings_.sync();
 }
 

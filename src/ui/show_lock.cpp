@@ -1,11 +1,10 @@
 #include "ui/show_lock.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 
 #include "document/control_file.h"
 #include "document/journal_format.h"
+#include "ui/dead_lock.h"
 #include "ui/dialog_look.h"
 
 namespace ui {
@@ -13,22 +12,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kLockIsWritten = 2;  // seconds
-
 QString TextOf(const fs::path& name)
 {
     return QString::fromStdString(name.string());
 }
 
-// Only the end of its process makes a lock void, never its age: a show is open for hours. But one
-// that was made and never signed, because its process died, would be nobody's for ever.
+// Only the end of its process makes a lock void, never its age: a show is open for hours.
 std::unique_ptr<QLockFile> LockOf(const fs::path& controlFile)
 {
-    const QFileInfo file(TextOf(LockName(controlFile)));
-    if (file.exists() && file.size() == 0 &&
-        file.lastModified().secsTo(QDateTime::currentDateTime()) >= kLockIsWritten)
-        QFile::remove(file.filePath());
-    auto lock = std::make_unique<QLockFile>(file.filePath());
+    const QString file = TextOf(LockName(controlFile));
+    RemoveDeadLock(file);
+    auto lock = std::make_unique<QLockFile>(file);
     lock->setStaleLockTime(0);
     return lock;
 }
