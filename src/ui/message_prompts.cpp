@@ -14,7 +14,8 @@ QString CaptionOf(const QWidget* window)
     return window != nullptr ? window->windowTitle().remove(QStringLiteral("[*]")) : QString();
 }
 
-// The box would break lines at a width that is meant for small letters.
+// The box would break lines at a width that is meant for small letters, and a short question would
+// cut the title, which tells what it is about.
 void Fit(QMessageBox& box, const QWidget* window)
 {
     box.setTextFormat(Qt::PlainText);
@@ -22,7 +23,7 @@ void Fit(QMessageBox& box, const QWidget* window)
     auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (label == nullptr || window == nullptr)
         return;
-    int longest = 0;
+    int longest = label->fontMetrics().horizontalAdvance(box.windowTitle());
     for (const QString& line : box.text().split(u'\n'))
         longest = std::max(longest, label->fontMetrics().horizontalAdvance(line));
     label->setMinimumWidth(std::min(longest, window->width() / 2) + 1);

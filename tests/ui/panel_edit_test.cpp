@@ -22,6 +22,7 @@ struct BoxAnswer {
     QString defaultButton;
     int pixels = 0;
     int lines = 0;
+    bool titleFits = false;
 
     void Await(QMessageBox::StandardButton answer)
     {
@@ -35,6 +36,7 @@ struct BoxAnswer {
             pixels = box->font().pixelSize();
             const auto* label = box->findChild<QLabel*>("qt_msgbox_label");
             lines = label->height() / label->fontMetrics().lineSpacing();
+            titleFits = box->width() > box->fontMetrics().horizontalAdvance(title);
             box->button(answer)->click();
         });
     }
@@ -218,9 +220,11 @@ void PanelEditTest::questionsLookAsTheyShould()
     BoxAnswer box;
     box.Await(QMessageBox::Yes);
     studio.window.resize(1024, 768);
-    QVERIFY(prompts.Ask("Are you sure?", "Reset All", editor::Icon::Question));
+    const char* title = "Clear (Remove Choreography)";
+    QVERIFY(prompts.Ask("Are you sure?", title, editor::Icon::Question));
     const int small = box.pixels;
-    QCOMPARE(box.title, "Reset All");
+    QCOMPARE(box.title, title);
+    QVERIFY(box.titleFits);
     QCOMPARE(box.text, "Are you sure?");
     QCOMPARE(box.icon, QMessageBox::Question);
     QCOMPARE(box.defaultButton, "No");
