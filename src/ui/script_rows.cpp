@@ -210,8 +210,8 @@ void ScriptRows::dataChanged(const QModelIndex& topLeft, const QModelIndex& bott
                              const QList<int>& roles)
 {
     HoldTop();
-    QAbstractItemView::dataChanged(topLeft, bottomRight,
-                                   roles);  // NOLINT(bugprone-parent-virtual-call)
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
     doItemsLayout();
 }
 
