@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QDeadlineTimer>
 #include <QLabel>
 #include <QMenuBar>
@@ -79,6 +80,7 @@ class frmFountain final : public QWidget {
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
  private:
     void BuildMenus();
@@ -189,6 +191,7 @@ class frmFountain final : public QWidget {
     bool painted_ = false;
     bool behind_ = false;  // a held key has not been answered on the screen yet
     bool pendingShown_ = false;
+    QBasicTimer sessionCalledOff_;
     QDeadlineTimer sessionEnds_{0};  // until then the window closes for the end of the session
 };
 

@@ -122,11 +122,26 @@ bool frmFountain::EndSession(bool mayAsk)
 {
     editor_.mnuFile_Click();
     Refresh();
+    const bool unsaved = editor_.Choreography().blnChanged;
     if (mayAsk && !editor_.Form_QueryUnload(editor::UnloadMode::SessionEnds))
         return false;
     Refresh();
     sessionEnds_.setRemainingTime(kSessionEnds);
+    if (unsaved)
+        sessionCalledOff_.start(kSessionEnds, this);
     return true;
+}
+
+// Changes that were given up for an end of the session which did not come are unsaved as before.
+void frmFountain::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != sessionCalledOff_.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    sessionCalledOff_.stop();
+    editor_.KeepMine();
+    Refresh();
 }
 
 void frmFountain::closeEvent(QCloseEvent* event)
@@ -144,6 +159,7 @@ void frmFountain::closeEvent(QCloseEvent* event)
         Refresh();
         return;
     }
+    sessionCalledOff_.stop();
     SaveSettings();
     editor_.Form_Unload();
     Refresh();

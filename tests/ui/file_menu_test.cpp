@@ -1,4 +1,5 @@
 // The File and Edit menus, what is dropped on the window, and the end, with real message boxes.
+#include <QAbstractEventDispatcher>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLineEdit>
@@ -48,6 +49,7 @@ class FileMenuTest : public QObject {
     void theTitleTellsWhatIsOpen();
     void closingWhileItPlays();
     void theSessionEnds();
+    void anEndOfTheSessionThatIsCalledOffGivesNothingUp();
     void theLastShowOpensAgain();
 };
 
@@ -338,6 +340,21 @@ void FileMenuTest::theSessionEnds()
             QVERIFY2(office.clerk.said.size() == row.asked, row.name);
         }
     }
+}
+
+void FileMenuTest::anEndOfTheSessionThatIsCalledOffGivesNothingUp()
+{
+    Office office;
+    office.clerk.answer = QMessageBox::Yes;
+    office.Edit();
+    QVERIFY(office.window.EndSession(true));
+    QVERIFY(!office.editor.Choreography().blnChanged);
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(&office.window);
+    QCOMPARE(timers.size(), 1);
+    QTimerEvent calledOff(timers.front().timerId);
+    QCoreApplication::sendEvent(&office.window, &calledOff);
+    QVERIFY(office.editor.Choreography().blnChanged);
+    QVERIFY(QAbstractEventDispatcher::instance()->registeredTimers(&office.window).isEmpty());
 }
 
 void FileMenuTest::theLastShowOpensAgain()
