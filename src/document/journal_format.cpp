@@ -105,10 +105,11 @@ class Parts {
     }
     Counts ReadCounts()
     {
+        constexpr std::int32_t kMostCount = 1'000'000'000;  // editing on must not overflow
         Counts counts;
         for (auto* pair : {&counts.intTimeCount, &counts.intCommandCount})
             for (std::int32_t& count : *pair)
-                count = Number<std::int32_t>();
+                count = std::clamp(Number<std::int32_t>(), -kMostCount, kMostCount);
         counts.blnTooMany = Number<std::uint8_t>() != 0;
         return counts;
     }
