@@ -9,6 +9,8 @@
 namespace ui {
 namespace {
 
+constexpr int kFrameButtons = 4;  // each as wide as a line is high
+
 QString CaptionOf(const QWidget* window)
 {
     return window != nullptr ? window->windowTitle().remove(QStringLiteral("[*]")) : QString();
@@ -23,7 +25,10 @@ void Fit(QMessageBox& box, const QWidget* window)
     auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (label == nullptr || window == nullptr)
         return;
-    int longest = label->fontMetrics().horizontalAdvance(box.windowTitle());
+    QFont bold = box.font();
+    bold.setBold(true);  // as many frames show the title, beside their own buttons
+    const QFontMetrics title(bold);
+    int longest = title.horizontalAdvance(box.windowTitle()) + kFrameButtons * title.height();
     for (const QString& line : box.text().split(u'\n'))
         longest = std::max(longest, label->fontMetrics().horizontalAdvance(line));
     label->setMinimumWidth(std::min(longest, window->width() / 2) + 1);

@@ -36,7 +36,9 @@ struct BoxAnswer {
             pixels = box->font().pixelSize();
             const auto* label = box->findChild<QLabel*>("qt_msgbox_label");
             lines = label->height() / label->fontMetrics().lineSpacing();
-            titleFits = box->width() > box->fontMetrics().horizontalAdvance(title);
+            QFont bold = box->font();
+            bold.setBold(true);
+            titleFits = box->width() > QFontMetrics(bold).horizontalAdvance(title) + 100;
             box->button(answer)->click();
         });
     }
