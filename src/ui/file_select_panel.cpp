@@ -6,8 +6,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QKeyEvent>
-#include <QPainter>
 #include <QSignalBlocker>
 #include <QStringList>
 #include <QStyle>
@@ -17,9 +15,6 @@
 namespace ui {
 namespace {
 
-constexpr QColor kGround(240, 240, 242);
-constexpr QColor kEdge(64, 84, 148);
-constexpr QColor kInk(24, 24, 32);
 constexpr QColor kWarning(156, 68, 0);
 constexpr QRectF kPlace(82, 350, 860, 348);  // from the time strip down, on the design screen
 constexpr int kLongestName = 4096;
@@ -74,7 +69,7 @@ T* Named(T* widget, const char* name)
 }  // namespace
 
 FileSelectPanel::FileSelectPanel(editor::Editor& editor, QWidget* parent)
-    : QWidget(parent), editor_(editor)
+    : CoverFrame(parent), editor_(editor)
 {
     setObjectName(QStringLiteral("fraFileSelect"));
     setAccessibleName(QStringLiteral("File selection"));
@@ -96,11 +91,11 @@ void FileSelectPanel::BuildTexts()
         label->setPalette(palette);
         return label;
     };
-    lblFileTitle_ = add("lblFileTitle", kEdge, Qt::AlignLeft | Qt::AlignVCenter);
+    lblFileTitle_ = add("lblFileTitle", kCoverEdge, Qt::AlignLeft | Qt::AlignVCenter);
     lblFileNote_ = add("lblFileNote", kWarning, Qt::AlignRight | Qt::AlignVCenter);
-    lblFolder_ = add("lblFolder", kInk, Qt::AlignLeft | Qt::AlignVCenter);
-    lblFileSelect_ = add("lblFileSelect", kInk, Qt::AlignLeft | Qt::AlignBottom);
-    lblFileName_ = add("lblFileName", kInk, Qt::AlignLeft | Qt::AlignVCenter);
+    lblFolder_ = add("lblFolder", kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
+    lblFileSelect_ = add("lblFileSelect", kCoverInk, Qt::AlignLeft | Qt::AlignBottom);
+    lblFileName_ = add("lblFileName", kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
     lblFileName_->setText(QStringLiteral("&Name:"));
 }
 
@@ -324,31 +319,6 @@ void FileSelectPanel::cmdFileSelect_Click(int index)
         txtFileSelect_->setFocus();
     editor_.cmdFileSelect_Click(index);
     emit Operated();
-}
-
-void FileSelectPanel::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(kEdge, 2));
-    painter.setBrush(kGround);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
-}
-
-// No key gets through to the window, which is out of use meanwhile.
-void FileSelectPanel::keyPressEvent(QKeyEvent* event)
-{
-    switch (event->key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            cmdFileSelect_Click(cmdFileSelect_[1]->hasFocus() ? 1 : 0);
-            break;
-        case Qt::Key_Escape:
-            cmdFileSelect_Click(1);
-            break;
-        default:
-            break;
-    }
 }
 
 }  // namespace ui

@@ -9,12 +9,13 @@
 
 #include "editor/editor.h"
 #include "fountain/scene_layout.h"
+#include "ui/cover_frame.h"
 #include "ui/name_list.h"
 
 namespace ui {
 
 /// `fraFileSelect`: where a show is chosen to be opened, or a name to save it under.
-class FileSelectPanel final : public QWidget {
+class FileSelectPanel final : public CoverFrame {
     Q_OBJECT
 
  public:
@@ -30,8 +31,8 @@ class FileSelectPanel final : public QWidget {
     void Operated();
 
  protected:
-    void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void Answer(int button) override { cmdFileSelect_Click(button); }
+    [[nodiscard]] bool CancelHasFocus() const override { return cmdFileSelect_[1]->hasFocus(); }
 
  private:
     void BuildTexts();

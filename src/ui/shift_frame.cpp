@@ -4,8 +4,6 @@
 #include <cstdlib>
 
 #include <QApplication>
-#include <QKeyEvent>
-#include <QPainter>
 
 #include "document/time_text.h"
 #include "timeline/shift.h"
@@ -14,10 +12,7 @@
 namespace ui {
 namespace {
 
-constexpr QColor kGround(240, 240, 242);
-constexpr QColor kEdge(64, 84, 148);
 constexpr QColor kReadout(0, 0, 128);
-constexpr QColor kInk(24, 24, 32);
 constexpr QRectF kPlace(202, 494, 620, 198);  // over the panel, on the design screen
 
 struct Field {
@@ -69,7 +64,8 @@ constexpr std::array kControls = std::to_array<FormControl>({  // places within 
 
 }  // namespace
 
-ShiftFrame::ShiftFrame(editor::Editor& editor, QWidget* parent) : QWidget(parent), editor_(editor)
+ShiftFrame::ShiftFrame(editor::Editor& editor, QWidget* parent)
+    : CoverFrame(parent), editor_(editor)
 {
     setObjectName(QStringLiteral("fraShift"));
     setAccessibleName(QStringLiteral("Shift commands"));
@@ -100,16 +96,18 @@ void ShiftFrame::BuildTexts()
         label->setPalette(palette);
         return label;
     };
-    lblShiftHelp_ = add(QStringLiteral("lblShiftHelp"), kInk, Qt::AlignLeft | Qt::AlignVCenter);
+    lblShiftHelp_ =
+        add(QStringLiteral("lblShiftHelp"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
     lblShiftHelp_->setWordWrap(true);
     lblShiftHelp_->setText(
         QStringLiteral("Use the time controls to set the new time for these commands and then "
                        "click the Set button to shift playback times."));
     lblShiftTime_ = add(QStringLiteral("lblShiftTime"), kReadout, Qt::AlignLeft | Qt::AlignVCenter);
-    lblShiftFactor_ = add(QStringLiteral("lblShiftFactor"), kInk, Qt::AlignLeft | Qt::AlignVCenter);
+    lblShiftFactor_ =
+        add(QStringLiteral("lblShiftFactor"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
     for (int i = 0; i < 3; ++i) {
         const auto at = static_cast<std::size_t>(i);
-        lblShiftField_[at] = add(Indexed("lblShiftField", i), kInk, Qt::AlignCenter);
+        lblShiftField_[at] = add(Indexed("lblShiftField", i), kCoverInk, Qt::AlignCenter);
         lblShiftField_[at]->setText(QString::fromLatin1(kFields[at].word));
     }
 }
@@ -189,31 +187,6 @@ void ShiftFrame::cmdShift_Click(int index)
             spinner->interpretText();  // what stands typed is meant
     editor_.cmdShift_Click(index);
     emit Operated();
-}
-
-void ShiftFrame::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(kEdge, 2));
-    painter.setBrush(kGround);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
-}
-
-// No key gets through to the window, which is out of use meanwhile.
-void ShiftFrame::keyPressEvent(QKeyEvent* event)
-{
-    switch (event->key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            cmdShift_Click(cmdShift_[1]->hasFocus() ? 1 : 0);
-            break;
-        case Qt::Key_Escape:
-            cmdShift_Click(1);
-            break;
-        default:
-            break;
-    }
 }
 
 }  // namespace ui

@@ -6,12 +6,13 @@
 
 #include "editor/editor.h"
 #include "fountain/scene_layout.h"
+#include "ui/cover_frame.h"
 #include "ui/time_spinner.h"
 
 namespace ui {
 
 /// `fraShift`: moves the commands of the current time, and all behind them, to another time.
-class ShiftFrame final : public QWidget {
+class ShiftFrame final : public CoverFrame {
     Q_OBJECT
 
  public:
@@ -27,8 +28,8 @@ class ShiftFrame final : public QWidget {
     void Operated();
 
  protected:
-    void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void Answer(int button) override { cmdShift_Click(button); }
+    [[nodiscard]] bool CancelHasFocus() const override { return cmdShift_[1]->hasFocus(); }
 
  private:
     void BuildTexts();
