@@ -133,6 +133,8 @@ void dlgRestore::Fill(std::vector<Backup> backups)
     none->setFirstColumnSpanned(true);
     none->setFlags(Qt::NoItemFlags);
     difference_->hide();
+    static_cast<void>(layout()->activate());  // else its old least size would hold
+    resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 void dlgRestore::SumUp(int row)

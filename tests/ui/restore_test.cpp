@@ -96,6 +96,11 @@ void RestoreTest::withoutBackupsNothingIsRestored()
     auto* list = dialog->findChild<QTreeWidget*>("lstBackups");
     QTRY_COMPARE(list->topLevelItemCount(), 1);
     QVERIFY(list->topLevelItem(0)->text(0).contains("no backups"));
+    QTest::qWait(0);
+    const auto* introduction = dialog->findChild<QLabel*>("lblIntroduction");
+    QVERIFY2(list->geometry().top() - introduction->geometry().top() <
+                 2 * introduction->heightForWidth(introduction->width()),
+             "the list stands below its introduction");
     QVERIFY(!dialog->findChild<QPushButton*>("cmdRestore")->isEnabled());
 }
 
