@@ -128,6 +128,7 @@ class frmFountain final : public QWidget {
     void GoToTypedTime();
     void TogglePlaying();
     void Transact(const std::function<void()>& operation);
+    void TransactFile(const std::function<void()>& operation);
     void Enable(QWidget* widget, bool enabled);
 
     void RefreshTransport();

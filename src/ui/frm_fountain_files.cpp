@@ -30,7 +30,7 @@ void frmFountain::BuildFileMenus()
 {
     mnuRecent_ = new RecentItems(menus_[timeline::kFileMenu]);
     connect(mnuRecent_, &RecentItems::Chosen, this,
-            [this](int index) { Transact([this, index] { editor_.OpenRecent(index); }); });
+            [this](int index) { TransactFile([this, index] { editor_.OpenRecent(index); }); });
     mnuEdit_ = new EditMenu(editor_, this);
     mnuBar_->insertMenu(menus_[timeline::kDisplayMenu]->menuAction(), mnuEdit_);
     connect(mnuEdit_, &EditMenu::UndoChosen, this, [this] {
@@ -66,7 +66,17 @@ void frmFountain::mnuFileAction_Click(int item)
         default:
             break;
     }
-    Transact([this, item] { editor_.mnuFileAction_Click(item); });
+    TransactFile([this, item] { editor_.mnuFileAction_Click(item); });
+}
+
+// What was pending stands as written behind a question.
+void frmFountain::TransactFile(const std::function<void()>& operation)
+{
+    Transact([this, &operation] {
+        editor_.mnuFile_Click();
+        Refresh();
+        operation();
+    });
 }
 
 void frmFountain::RefreshFiles()
@@ -114,7 +124,7 @@ void frmFountain::dropEvent(QDropEvent* event)
     event->acceptProposedAction();
     QTimer::singleShot(0, this, [this, file = DraggedFile(*event->mimeData())] {
         activateWindow();
-        Transact([this, &file] { editor_.OpenDropped(file); });
+        TransactFile([this, &file] { editor_.OpenDropped(file); });
     });
 }
 

@@ -105,6 +105,7 @@ void FileMenuTest::questionsAreAnsweredBothWays()
         QCOMPARE(office.clerk.said, QStringList{question});
         QCOMPARE(office.clerk.icons.first(),
                  question.startsWith("Do") ? QMessageBox::Question : QMessageBox::Warning);
+        QVERIFY(!office.clerk.pending.first().startsWith("Will be written"));
         QCOMPARE(office.Shown(), yes ? show : "Gala.ctl");
         QCOMPARE(office.window.isWindowModified(), !yes);
         if (office.window.isVisible())

@@ -27,6 +27,7 @@ class Clerk final : public QObject {
     QMessageBox::StandardButton answer = QMessageBox::No;
     QStringList said;
     QList<QMessageBox::Icon> icons;
+    QStringList pending;  ///< what the window said behind them of what is pending
 
  private:
     void Look()
@@ -36,6 +37,10 @@ class Clerk final : public QObject {
             return;
         said << box->text().replace(u'\n', u' ');
         icons << box->icon();
+        const auto* label = box->parentWidget() == nullptr
+                                ? nullptr
+                                : box->parentWidget()->findChild<QLabel*>("lblPending");
+        pending << (label == nullptr ? QString() : label->text());
         if (box->standardButtons().testFlag(QMessageBox::Ok))
             box->button(QMessageBox::Ok)->click();
         else if (box->defaultButton() == box->button(QMessageBox::No))
