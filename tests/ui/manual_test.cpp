@@ -111,7 +111,7 @@ void ManualTest::menusAndCaptionsAreThoseOfTheProgram()
     QSet<QString> entries;
     for (const auto* menu : studio.window.findChildren<QMenu*>())
         for (const QAction* action : menu->actions())
-            entries << Plain(menu->title()) + " > " + Plain(action->text());
+            entries << (Plain(menu->title()) + " > " + Plain(action->text())).simplified();
     QSet<QString> captions;
     for (const ui::PanelControl& control : ui::PanelForm())
         captions << control.caption;
