@@ -29,8 +29,7 @@ class Answers final : public editor::Prompts {
     QStringList asked;
 
     void Warn(const std::string&) override {}
-    [[nodiscard]] bool Ask(const std::string& text, const std::string& title,
-                           editor::Icon) override
+    [[nodiscard]] bool Ask(const std::string& text, const std::string& title, editor::Icon) override
     {
         asked << QString::fromStdString(title + ": " + text);
         return yes;
