@@ -287,6 +287,18 @@ std::error_code Journal::TakeProblem()
     return std::exchange(problem_, {});
 }
 
+bool Journal::Broken() const
+{
+    const std::lock_guard lock(mutex_);
+    return broken_;
+}
+
+void Journal::Retry(const Choreography& now)
+{
+    if (Broken())
+        Rewrite(now, pendingTime_);
+}
+
 void Journal::Flush()
 {
     std::unique_lock lock(mutex_);

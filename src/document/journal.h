@@ -41,9 +41,13 @@ class Journal {
     /// All that was unsaved is saved or given up.
     void Drop();
 
-    /// Why the journal cannot be written, once for each time that it begins to fail. What follows
-    /// is tried again.
+    /// Why the journal cannot be written, once for each time that it begins to fail. The next
+    /// change, and `Retry`, write it anew.
     [[nodiscard]] std::error_code TakeProblem();
+    /// True while the file lacks something that failed to get there.
+    [[nodiscard]] bool Broken() const;
+    /// Writes what the file lacks, if it does, of the choreography as it is `now`.
+    void Retry(const Choreography& now);
     /// Waits until all that was recorded is on the disk, or has failed to get there.
     void Flush();
     /// The file, empty when there is none.

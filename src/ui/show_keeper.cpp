@@ -16,6 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kJournalIsWritten = 300;  // ms after an edit, long enough for a disk to fail
+constexpr int kRetry = 5'000;           // ms; how soon room on a disk is noticed
 
 std::string NameOf(const fs::path& file)
 {
@@ -31,6 +32,9 @@ ShowKeeper::ShowKeeper(editor::Editor& editor, editor::Prompts& prompts, frmFoun
     attend_.setSingleShot(true);
     problem_.setSingleShot(true);
     problem_.setInterval(kJournalIsWritten);
+    retry_.setObjectName(QStringLiteral("tmrRetry"));
+    retry_.setInterval(kRetry);
+    connect(&retry_, &QTimer::timeout, this, &ShowKeeper::RetryJournal);
     connect(&attend_, &QTimer::timeout, this, &ShowKeeper::Attend);
     connect(&problem_, &QTimer::timeout, this, &ShowKeeper::TellProblem);
     connect(&watch_, &FileWatch::Changed, this, [this] {
@@ -180,6 +184,19 @@ void ShowKeeper::TellProblem()
     if (!problem)
         return;
     editor_.Tell("unsaved changes cannot be kept safe: " + problem.message());
+    retry_.start();
+    window_.Refresh();
+}
+
+// Until room was made on the disk, or what was unsaved was saved.
+void ShowKeeper::RetryJournal()
+{
+    if (journal_.Broken()) {
+        journal_.Retry(editor_.Choreography());
+        return;
+    }
+    retry_.stop();
+    editor_.Tell({});
     window_.Refresh();
 }
 

@@ -55,6 +55,7 @@ class ShowKeeper final : public QObject, public editor::ShowGuard {
     [[nodiscard]] bool MayInterrupt() const;
     void Attend();
     void TellProblem();
+    void RetryJournal();
     void OfferLeftShows();
     [[nodiscard]] bool Open(const std::filesystem::path& file);
     void OpenRecovered(const LeftShow& show);
@@ -73,6 +74,7 @@ class ShowKeeper final : public QObject, public editor::ShowGuard {
     BackgroundWork work_;
     QTimer attend_;
     QTimer problem_;
+    QTimer retry_{this};
     QPointer<QDialog> dialog_;
 
     bool begun_ = false;

@@ -279,6 +279,21 @@ void RecoveryTest::aFolderThatCannotBeWrittenIsToldOnce()
     desk.Edit(5);
     desk.journal.Flush();
     QVERIFY(!desk.journal.TakeProblem());
+    auto* retry = desk.keeper.findChild<QTimer*>("tmrRetry");
+    QVERIFY(retry->isActive());
+    desk.editor.Tell("told");
+    const auto retried = [&] {
+        QMetaObject::invokeMethod(retry, "timeout");
+        desk.journal.Flush();
+        return !desk.journal.Broken();
+    };
+    QVERIFY(!retried());
+    fs::remove(folder.Path("recovery"));
+    QVERIFY(retried());
+    QCOMPARE(folder.JournalCount(), 1U);
+    QVERIFY(retried());
+    QVERIFY(!retry->isActive());
+    QCOMPARE(desk.editor.FileNotice(), "");
     QCOMPARE(document::CommandTotal(desk.editor.Choreography()), 18);
     desk.editor.Save();
     QVERIFY(!desk.editor.Choreography().blnChanged);
