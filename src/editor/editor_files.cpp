@@ -191,6 +191,7 @@ void Editor::OpenOrSave(const std::string& name)
 // Names that differ in nothing but the case of their letters mean the same file.
 void Editor::SaveAs(const fs::path& path)
 {
+    lastSave_ = {};
     const std::optional<fs::path> present = document::FindFile(path);
     if (present &&
         !prompts_.Ask("Do you want to replace the existing file named\n" + present->string() + "?",

@@ -304,13 +304,17 @@ void FileSelectPanel::EnterFolder(int index)
 // The lists stand where they stood; without a word the click would seem lost.
 void FileSelectPanel::TellUnless(bool read, const QString& what)
 {
-    const QString note = read ? QString() : QStringLiteral("%1 cannot be read").arg(what);
+    ShowNote(read ? QString() : QStringLiteral("%1 cannot be read").arg(what));
+    shown_->drive = -1;  // the combo box shows what was chosen, whatever came of it
+    emit Operated();
+}
+
+void FileSelectPanel::ShowNote(const QString& note)
+{
     lblFileNote_->setText(
         lblFileNote_->fontMetrics().elidedText(note, Qt::ElideMiddle, lblFileNote_->width()));
     lblFileNote_->setToolTip(note);
     lblFileNote_->setAccessibleName(note);
-    shown_->drive = -1;  // the combo box shows what was chosen, whatever came of it
-    emit Operated();
 }
 
 void FileSelectPanel::cmdFileSelect_Click(int index)
@@ -318,6 +322,11 @@ void FileSelectPanel::cmdFileSelect_Click(int index)
     if (index == 0)
         txtFileSelect_->setFocus();
     editor_.cmdFileSelect_Click(index);
+    const bool saves = editor_.fraFileSelect().mode == editor::FilePanelMode::Save;
+    const std::error_code& failed = editor_.LastSave().error;
+    ShowNote(saves && failed
+                 ? QStringLiteral("Not saved: ") + QString::fromStdString(failed.message())
+                 : QString());
     emit Operated();
 }
 

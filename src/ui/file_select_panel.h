@@ -45,6 +45,7 @@ class FileSelectPanel final : public CoverFrame {
     void ShowFolder();
     void EnterFolder(int index);
     void EnterVolume(int index);
+    void ShowNote(const QString& note);
     void TellUnless(bool read, const QString& what);
     void cmdFileSelect_Click(int index);
     void Open();

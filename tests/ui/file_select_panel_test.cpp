@@ -349,6 +349,7 @@ void FilePanelTest::savingAsAsksBeforeItReplaces()
     office.Type("no folder/New");
     office.Key(Qt::Key_Return);
     QVERIFY(office.PanelOpen());  // nothing was written
+    QCOMPARE(office.Find<QLabel>("lblFileNote")->toolTip(), "Not saved: No such file or directory");
     office.Key(Qt::Key_Escape);
     QVERIFY(office.window.isWindowModified());
     QVERIFY(office.Find<QLabel>("lblControlFile")->toolTip().contains("not saved"));
