@@ -41,7 +41,7 @@ void Editor::Form_Activate(const fs::path& commandLine)
     OpenControlFile(startBase_);
     if (remembered && !startBase_.empty() && !choreography_.fileExists)
         fileNotice_ =
-            "the last show, " + choreography_.fileName.string() + ", is not there any more";
+            "the show of the last time was not found as " + choreography_.fileName.string();
 }
 
 void Editor::FinishStartUp()

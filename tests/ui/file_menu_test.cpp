@@ -388,8 +388,8 @@ void FileMenuTest::theLastShowOpensAgain()
     QVERIFY(again->Window().close());
     QVERIFY(QFile::remove(home.filePath("Gala.ctl")));
     const auto gone = start("");
-    QVERIFY2(status(*gone).contains("the last show, " + home.filePath("Gala.ctl") +
-                                    ", is not there any more"),
+    QVERIFY2(status(*gone).contains("the show of the last time was not found as " +
+                                    home.filePath("Gala.ctl")),
              qPrintable(status(*gone)));
     QVERIFY(gone->Window().close());
 }
