@@ -290,7 +290,7 @@ std::error_code Journal::TakeProblem()
 bool Journal::Broken() const
 {
     const std::lock_guard lock(mutex_);
-    return broken_;
+    return broken_ || !thread_.joinable();
 }
 
 void Journal::Retry(const Choreography& now)

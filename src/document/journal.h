@@ -44,7 +44,7 @@ class Journal {
     /// Why the journal cannot be written, once for each time that it begins to fail. The next
     /// change, and `Retry`, write it anew.
     [[nodiscard]] std::error_code TakeProblem();
-    /// True while the file lacks something that failed to get there.
+    /// True while the file lacks something that failed to get there, and when nothing can.
     [[nodiscard]] bool Broken() const;
     /// Writes what the file lacks, if it does, of the choreography as it is `now`.
     void Retry(const Choreography& now);

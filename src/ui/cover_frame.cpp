@@ -11,6 +11,33 @@ constexpr double kCorner = 6;
 
 }  // namespace
 
+QLabel* CoverFrame::AddLabel(const QString& name, const QColor& ink, Qt::Alignment alignment)
+{
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setAlignment(alignment);
+    label->setTextFormat(Qt::PlainText);
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, ink);
+    label->setPalette(palette);
+    return label;
+}
+
+void CoverFrame::DescribeControls(std::span<const FormControl> controls)
+{
+    QWidget* before = nullptr;
+    for (const FormControl& control : controls) {
+        auto* widget = findChild<QWidget*>(QString::fromLatin1(control.name));
+        widget->setAccessibleName(QString::fromLatin1(control.accessibleName));
+        widget->setToolTip(QString::fromLatin1(control.toolTip));
+        if (widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        if (before != nullptr)
+            setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
 void CoverFrame::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

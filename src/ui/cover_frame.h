@@ -1,7 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QLabel>
 #include <QWidget>
+#include <span>
+
+#include "ui/design_form.h"
 
 namespace ui {
 
@@ -14,6 +18,10 @@ class CoverFrame : public QWidget {
     using QWidget::QWidget;
 
  protected:
+    QLabel* AddLabel(const QString& name, const QColor& ink, Qt::Alignment alignment);
+    /// Gives the controls, which are all there, their words; their order is the Tab order.
+    void DescribeControls(std::span<const FormControl> controls);
+
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -77,25 +77,20 @@ FileSelectPanel::FileSelectPanel(editor::Editor& editor, QWidget* parent)
     BuildTexts();
     BuildLists();
     BuildActions();
-    DescribeControls();
+    DescribeControls(kControls);
 }
 
 void FileSelectPanel::BuildTexts()
 {
-    const auto add = [this](const char* name, const QColor& ink, Qt::Alignment alignment) {
-        auto* label = Named(new QLabel(this), name);
-        label->setAlignment(alignment);
-        label->setTextFormat(Qt::PlainText);
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, ink);
-        label->setPalette(palette);
-        return label;
-    };
-    lblFileTitle_ = add("lblFileTitle", kCoverEdge, Qt::AlignLeft | Qt::AlignVCenter);
-    lblFileNote_ = add("lblFileNote", kWarning, Qt::AlignRight | Qt::AlignVCenter);
-    lblFolder_ = add("lblFolder", kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
-    lblFileSelect_ = add("lblFileSelect", kCoverInk, Qt::AlignLeft | Qt::AlignBottom);
-    lblFileName_ = add("lblFileName", kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
+    lblFileTitle_ =
+        AddLabel(QStringLiteral("lblFileTitle"), kCoverEdge, Qt::AlignLeft | Qt::AlignVCenter);
+    lblFileNote_ =
+        AddLabel(QStringLiteral("lblFileNote"), kWarning, Qt::AlignRight | Qt::AlignVCenter);
+    lblFolder_ = AddLabel(QStringLiteral("lblFolder"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
+    lblFileSelect_ =
+        AddLabel(QStringLiteral("lblFileSelect"), kCoverInk, Qt::AlignLeft | Qt::AlignBottom);
+    lblFileName_ =
+        AddLabel(QStringLiteral("lblFileName"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
     lblFileName_->setText(QStringLiteral("&Name:"));
 }
 
@@ -156,21 +151,6 @@ void FileSelectPanel::BuildActions()
     cmdFileSelect_[0]->setDefault(true);
 }
 
-void FileSelectPanel::DescribeControls()
-{
-    QWidget* before = nullptr;
-    for (const FormControl& control : kControls) {
-        auto* widget = findChild<QWidget*>(QString::fromLatin1(control.name));
-        widget->setAccessibleName(QString::fromLatin1(control.accessibleName));
-        widget->setToolTip(QString::fromLatin1(control.toolTip));
-        if (widget->focusPolicy() == Qt::NoFocus)
-            continue;
-        if (before != nullptr)
-            setTabOrder(before, widget);
-        before = widget;
-    }
-}
-
 void FileSelectPanel::Fit(fountain::ScaleFactors scale)
 {
     scale_ = scale;
@@ -197,7 +177,7 @@ void FileSelectPanel::Refresh()
     }
     const bool opens = !shown_;
     if (opens)
-        lblFileNote_->clear();
+        ShowNote({});
     if (opens || *shown_ != panel)
         ShowPanel(panel);
     if (opens)

@@ -38,7 +38,6 @@ class FileSelectPanel final : public CoverFrame {
     void BuildTexts();
     void BuildLists();
     void BuildActions();
-    void DescribeControls();
     void ShowPanel(const editor::FilePanel& panel);
     void ShowVolumes(const editor::FilePanel& panel);
     void ShowSummary();

@@ -193,6 +193,7 @@ class frmFountain final : public QWidget {
     bool behind_ = false;  // a held key has not been answered on the screen yet
     bool pendingShown_ = false;
     QBasicTimer sessionCalledOff_;
+    std::uint64_t givenUp_ = 0;      // the version of the choreography then
     QDeadlineTimer sessionEnds_{0};  // until then the window closes for the end of the session
 };
 

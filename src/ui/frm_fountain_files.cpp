@@ -137,8 +137,10 @@ bool frmFountain::EndSession(bool mayAsk)
         return false;
     Refresh();
     sessionEnds_.setRemainingTime(kSessionEnds);
-    if (unsaved)
+    if (unsaved) {
+        givenUp_ = editor_.Version();
         sessionCalledOff_.start(kSessionEnds, this);
+    }
     return true;
 }
 
@@ -150,7 +152,8 @@ void frmFountain::timerEvent(QTimerEvent* event)
         return;
     }
     sessionCalledOff_.stop();
-    editor_.KeepMine();
+    if (givenUp_ == editor_.Version())
+        editor_.KeepMine();
     Refresh();
 }
 

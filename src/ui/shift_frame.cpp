@@ -72,42 +72,24 @@ ShiftFrame::ShiftFrame(editor::Editor& editor, QWidget* parent)
     hide();
     BuildTexts();
     BuildControls();
-    QWidget* before = nullptr;
-    for (const FormControl& control : kControls) {
-        auto* widget = findChild<QWidget*>(QString::fromLatin1(control.name));
-        widget->setAccessibleName(QString::fromLatin1(control.accessibleName));
-        widget->setToolTip(QString::fromLatin1(control.toolTip));
-        if (widget->focusPolicy() == Qt::NoFocus)
-            continue;
-        if (before != nullptr)
-            setTabOrder(before, widget);
-        before = widget;
-    }
+    DescribeControls(kControls);
 }
 
 void ShiftFrame::BuildTexts()
 {
-    const auto add = [this](const QString& name, const QColor& ink, Qt::Alignment alignment) {
-        auto* label = new QLabel(this);
-        label->setObjectName(name);
-        label->setAlignment(alignment);
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, ink);
-        label->setPalette(palette);
-        return label;
-    };
     lblShiftHelp_ =
-        add(QStringLiteral("lblShiftHelp"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
+        AddLabel(QStringLiteral("lblShiftHelp"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
     lblShiftHelp_->setWordWrap(true);
     lblShiftHelp_->setText(
         QStringLiteral("Use the time controls to set the new time for these commands and then "
                        "click the Set button to shift playback times."));
-    lblShiftTime_ = add(QStringLiteral("lblShiftTime"), kReadout, Qt::AlignLeft | Qt::AlignVCenter);
+    lblShiftTime_ =
+        AddLabel(QStringLiteral("lblShiftTime"), kReadout, Qt::AlignLeft | Qt::AlignVCenter);
     lblShiftFactor_ =
-        add(QStringLiteral("lblShiftFactor"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
+        AddLabel(QStringLiteral("lblShiftFactor"), kCoverInk, Qt::AlignLeft | Qt::AlignVCenter);
     for (int i = 0; i < 3; ++i) {
         const auto at = static_cast<std::size_t>(i);
-        lblShiftField_[at] = add(Indexed("lblShiftField", i), kCoverInk, Qt::AlignCenter);
+        lblShiftField_[at] = AddLabel(Indexed("lblShiftField", i), kCoverInk, Qt::AlignCenter);
         lblShiftField_[at]->setText(QString::fromLatin1(kFields[at].word));
     }
 }

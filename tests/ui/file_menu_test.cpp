@@ -356,6 +356,11 @@ void FileMenuTest::anEndOfTheSessionThatIsCalledOffGivesNothingUp()
     QCoreApplication::sendEvent(&office.window, &calledOff);
     QVERIFY(office.editor.Choreography().blnChanged);
     QVERIFY(QAbstractEventDispatcher::instance()->registeredTimers(&office.window).isEmpty());
+
+    QVERIFY(office.window.EndSession(true));
+    office.editor.OpenShow(office.Path("Other").toStdString());
+    QCoreApplication::sendEvent(&office.window, &calledOff);
+    QVERIFY(!office.editor.Choreography().blnChanged);  // nothing of this one was given up
 }
 
 void FileMenuTest::theLastShowOpensAgain()
