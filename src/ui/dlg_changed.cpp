@@ -7,6 +7,7 @@
 
 #include "document/control_file.h"
 #include "ui/dialog_look.h"
+#include "ui/window_place.h"
 
 namespace ui {
 namespace {
@@ -87,7 +88,10 @@ void dlgChanged::ToggleDifference(bool shown)
         return;
     }
     small_ = size();
-    resize(width(), height() + kListHeight);
+    const QRect frame = frameGeometry();
+    const QRect grown = OnScreens(frame.adjusted(0, 0, 0, kListHeight), AvailableScreens());
+    resize(width(), height() + grown.height() - frame.height());
+    move(grown.topLeft());
     document::Choreography disk;
     static_cast<void>(document::ReadControlFile(disk, mine_.fileName));
     difference_->Compare(mine_, std::move(disk), QStringLiteral("Loading it means: "));

@@ -34,14 +34,23 @@ void Fit(QMessageBox& box, const QWidget* window)
     label->setMinimumWidth(std::min(longest, window->width() / 2) + 1);
 }
 
+// Without a window manager nobody else gives the keys back to the window.
+int Answer(QMessageBox& box, QWidget* window)
+{
+    Fit(box, window);
+    const int answer = box.exec();
+    if (window != nullptr)
+        window->activateWindow();
+    return answer;
+}
+
 }  // namespace
 
 void MessagePrompts::Warn(const std::string& text)
 {
     QMessageBox box(QMessageBox::Warning, CaptionOf(window_), QString::fromStdString(text),
                     QMessageBox::Ok, window_);
-    Fit(box, window_);
-    box.exec();
+    Answer(box, window_);
 }
 
 bool MessagePrompts::Ask(const std::string& text, const std::string& title, editor::Icon icon)
@@ -50,8 +59,7 @@ bool MessagePrompts::Ask(const std::string& text, const std::string& title, edit
                     title.empty() ? CaptionOf(window_) : QString::fromStdString(title),
                     QString::fromStdString(text), QMessageBox::Yes | QMessageBox::No, window_);
     box.setDefaultButton(QMessageBox::No);
-    Fit(box, window_);
-    return box.exec() == QMessageBox::Yes;
+    return Answer(box, window_) == QMessageBox::Yes;
 }
 
 }  // namespace ui
